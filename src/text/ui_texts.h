@@ -1,0 +1,36 @@
+#pragma once
+// The user-interface text table: 201 slots filled for English or German from the data file
+// ui_texts.tsv compiled into the program. Every caption and message finds its text by slot, so
+// switching the language re-fills the table and every later lookup follows.
+
+#include <array>
+#include <string>
+
+#include "text/ui_text_slots.h"
+
+namespace quillon {
+
+enum Language : int { kEnglish = 0, kGerman = 1, kFrench = 2 };
+
+inline constexpr int kTextSlotCount = 201;
+
+class UiTexts {
+ public:
+  // English (0) or German (1) write every slot; French (2) and any other value leave the table
+  // as it is, so a first start in French shows empty texts.
+  void fill(int language);
+  [[nodiscard]] const std::string& operator[](int slot) const;
+  // The language last filled in, or -1 while the table has never been filled.
+  [[nodiscard]] int language() const { return m_language; }
+  // German when the table holds German, English otherwise: for texts quoted as a pair.
+  [[nodiscard]] bool german() const { return m_language == kGerman; }
+
+ private:
+  std::array<std::string, kTextSlotCount> m_slots;
+  int m_language = -1;
+};
+
+// The table of one language, for tests and tools; empty for anything but 0 and 1.
+[[nodiscard]] std::array<std::string, kTextSlotCount> uiTextTable(int language);
+
+}  // namespace quillon
