@@ -36,3 +36,16 @@ class UserDialog {
 };
 
 }  // namespace quillon
+
+namespace quillon {
+
+// The main window's status bar: panel 1 the port status, 2 the transfer status, 4 the clock.
+enum class StatusPanel { Port = 1, Transfer = 2, Clock = 4 };
+
+class StatusDisplay {
+ public:
+  virtual ~StatusDisplay() = default;
+  virtual void setStatus(StatusPanel panel, const std::string& text) = 0;
+};
+
+}  // namespace quillon

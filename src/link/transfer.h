@@ -1,0 +1,102 @@
+#pragma once
+// The block transfer with the module as a state machine without I/O and without a clock: the
+// driver feeds it received bytes and the time of day, writes what it asks to write, re-arms one
+// timer from deadline(), and shows the events. The engine never waits for anything itself.
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "project/user_dialog.h"
+
+namespace quillon {
+
+// Time of day in milliseconds since midnight (0 .. 86'399'999), as the driver reads it.
+using TimeOfDay = std::int64_t;
+
+inline constexpr char kAck = '\x06';
+inline constexpr char kNak = '\x15';
+inline constexpr char kEndOfBlock = '\xFD';  // 253
+
+// Transfer status texts: the title of the transfer window doubles as its status channel.
+inline constexpr const char* kDownloadActive = "Download active";
+inline constexpr const char* kUploadActive = "Upload active";
+inline constexpr const char* kStatusCancel = "Cancel";
+inline constexpr const char* kStatusTimeout = "Timeout";
+inline constexpr const char* kStatusNoConnection = "No connection";
+inline constexpr const char* kStatusNoResponse = "No response";
+inline constexpr const char* kStatusVersionConflict = "Version conflict";
+
+// Results of SignIn and of every download and upload.
+enum TransferResult : int {
+  kResultOk = 0,
+  kResultPortNotOpened = 1,
+  kResultDeclined = 2,
+  kResultCancelled = 3,
+  kResultTimeout = 4,
+  kResultNoConnection = 5,
+  kResultNoResponse = 6,
+  kResultVersionConflict = 7,
+};
+
+// What a caller hands to the transfer window.
+struct TransferJob {
+  std::string title = kDownloadActive;  // "Download active" sends, anything else reads
+  std::string contentLabel;             // lblInhalt: "Messages", "Version", "Reading Logger" ...
+  std::string sendText;                 // Sendetext
+  std::string sendText2;                // Sendetext2
+  std::string startIdentifier;          // lblStartKSend, e.g. "M0A3C"
+  char requestLetter = '\0';            // lblStartKEmpf, sent in upper case
+
+  [[nodiscard]] bool sending() const { return title == kDownloadActive; }
+};
+
+inline constexpr int kReceiveBoxes = 5;
+inline constexpr std::size_t kReceiveBoxCapacity = 16000;
+
+// What the caller reads back after the window has closed.
+struct TransferOutcome {
+  std::string title;                                 // the final transfer status text
+  std::array<std::string, kReceiveBoxes> received;   // Empfang .. Empfang5
+
+  [[nodiscard]] std::string receivedText() const {
+    std::string all;
+    for (const auto& r : received) all += r;
+    return all;
+  }
+};
+
+struct EngineSettings {
+  int blockLength = 64;
+  TimeOfDay replyTimeout = 20000;  // a wait times out once more than this has passed
+  int language = 0;                // 0 English, 1 German: TransferMessages
+  int identifierDigits = 4;        // lblLang
+};
+
+struct TransferEvent {
+  enum class Kind {
+    Comment,     // Kommentar: text
+    Progress,    // Laufzeit: value 0..100
+    Block,       // Bez2 = text, Bez3 = text2
+    Reply,       // reply display: "[ACK]", "[nak]", "[x]"
+    Received,    // text appended to receive box `value` (0..4)
+    Count,       // the announced count of a read: value
+    Title,       // the window title (transfer status text) became text
+    Box,         // a box to show, modally, before anything else happens
+    Log,         // traffic to log: prefix = text2, bytes = text
+    Busy,        // value 1: busy pointer on, 0: off
+    Finished,    // the transfer is over; the window closes
+  };
+  Kind kind;
+  std::string text;
+  std::string text2;
+  int value = 0;
+  quillon::Box box;
+};
+
+class TransferEngine;  // defined in transfer_engine.h
+
+}  // namespace quillon
