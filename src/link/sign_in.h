@@ -1,0 +1,51 @@
+#pragma once
+// SignIn: the gate in front of every transfer. It opens the port, asks once per run whether the
+// module is ready, reads the module's identity once per run, runs the transfer window and maps
+// the status text it leaves to a TransferResult.
+
+#include <string>
+
+#include "link/identity.h"
+#include "link/transfer.h"
+#include "project/project.h"
+#include "project/user_dialog.h"
+
+namespace quillon {
+
+// What SignIn needs from the outside world: the port and the modal transfer window.
+class LinkPort {
+ public:
+  virtual ~LinkPort() = default;
+  // 0 ok, 1 the port could not be opened.
+  [[nodiscard]] virtual int openLinkPort() = 0;
+  virtual void closeLinkPort() = 0;
+  // Runs the transfer window modally until the transfer ends; returns what it left behind.
+  [[nodiscard]] virtual TransferOutcome runTransfer(const TransferJob& job) = 0;
+  [[nodiscard]] virtual std::string portStatusText() const = 0;
+};
+
+// Link state that lives for the program's run (owned by the main window's state object).
+struct LinkSession {
+  bool readyConfirmed = false;  // "Telvane ready ?" answered OK in this run
+  bool identityRead = false;    // the identity query completed in this run
+  int expectedPhoneCount = 60;
+  DeviceIdentity identity;      // what the identification dialog shows
+};
+
+struct LinkContext {
+  LinkPort& port;
+  UserDialog& dialog;
+  StatusDisplay& status;
+  ModuleLimits& limits;
+  LinkSession& session;
+  int language = 0;  // 0 English, 1 German
+};
+
+// Runs `job` through the transfer window; `outcome` receives what it left. Returns 0..7.
+[[nodiscard]] int SignIn(LinkContext& context, const TransferJob& job, TransferOutcome& outcome);
+
+// The identity query (the identification dialog's "Read version"): reads and decodes the
+// module's identity into context.session.identity, raising conflicts as boxes.
+void ReadIdentity(LinkContext& context);
+
+}  // namespace quillon
