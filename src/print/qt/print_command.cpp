@@ -1,0 +1,73 @@
+#include "print/qt/print_command.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <ostream>
+#include <string>
+
+#include "print/listing.h"
+#include "print/qt/listing_renderer.h"
+#include "text/code_page.h"
+
+namespace quillon {
+namespace {
+
+std::string toCp1252(const QString& text) { return utf8ToCp1252(text.toStdString()); }
+
+}  // namespace
+
+std::optional<PrintArguments> parsePrintArguments(const QStringList& arguments, QString& error) {
+  PrintArguments parsed;
+  for (qsizetype i = 0; i < arguments.size(); ++i) {
+    const QString& argument = arguments[i];
+    if (argument == QLatin1String("-o") || argument == QLatin1String("--memo")) {
+      if (i + 1 >= arguments.size()) {
+        error = argument + QStringLiteral(" needs a value");
+        return std::nullopt;
+      }
+      (argument == QLatin1String("-o") ? parsed.outputPath : parsed.memo) = arguments[++i];
+    } else if (argument.startsWith(QLatin1Char('-')) && argument.size() > 1) {
+      error = QStringLiteral("unknown option ") + argument;
+      return std::nullopt;
+    } else if (parsed.projectPath.isEmpty()) {
+      parsed.projectPath = argument;
+    } else {
+      error = QStringLiteral("only one project file, not also ") + argument;
+      return std::nullopt;
+    }
+  }
+  if (parsed.projectPath.isEmpty()) {
+    error = QStringLiteral("no project file given");
+    return std::nullopt;
+  }
+  return parsed;
+}
+
+int writePrintOutput(const Project& project, const PrintArguments& arguments, const QDate& today,
+                     std::ostream& out, std::ostream& err) {
+  const ListingOptions options{toCp1252(QFileInfo(arguments.projectPath).fileName()),
+                               toCp1252(today.toString(QStringLiteral("dd.MM.yyyy"))),
+                               toCp1252(arguments.memo)};
+  const std::string listing = printListing(project, options);
+
+  if (arguments.outputPath.isEmpty()) {
+    out << cp1252ToUtf8(listing);
+    out.flush();
+    return out ? 0 : 1;
+  }
+  if (QFileInfo(arguments.outputPath).suffix().compare(QLatin1String("pdf"), Qt::CaseInsensitive) ==
+      0) {
+    if (writeListingPdf(listing, arguments.outputPath).printed) return 0;
+  } else {
+    QFile file(arguments.outputPath);
+    const QByteArray utf8 = QByteArray::fromStdString(cp1252ToUtf8(listing));
+    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(utf8) == utf8.size() &&
+        file.flush()) {
+      return 0;
+    }
+  }
+  err << "cannot write " << arguments.outputPath.toStdString() << '\n';
+  return 1;
+}
+
+}  // namespace quillon
