@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFile>
@@ -5,6 +6,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 #include "print/qt/print_service.h"
@@ -72,18 +74,41 @@ class PrtFormTest : public QObject {
     QVERIFY(form.choice().pdfPath.isEmpty());
   }
 
-  void printingToAFileWritesAPdfAndShowsNoBox() {
+  void printCommandOpensPrtFormAndRemembersTheChoice() {
     QTemporaryDir dir;
     testing::ScriptedDialog boxes;
     PrintService service(boxes);
     Project project;
     project.messages.setCell(1, 4, "hello");
-    const QString path = dir.filePath(u"out.pdf"_s);
-    QVERIFY(service.print({{}, path, {}, u"memo"_s}, project, englishTexts(), u"/x/P.EAY"_s,
-                          QDate(2025, 1, 2)));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.read(4), QByteArray("%PDF"));
+    const QString projectPath = dir.filePath(u"PUMPS.EAY"_s);
+
+    QString suggested;
+    QTimer::singleShot(0, [&] {
+      auto* form = qobject_cast<PrtForm*>(QApplication::activeModalWidget());
+      QVERIFY(form);
+      QCOMPARE(form->objectName(), u"PrtForm"_s);
+      suggested = form->findChild<QLineEdit*>(u"txtFile"_s)->text();
+      // The PDF entry, so that no real printer is ever used by the test.
+      auto* printers = form->findChild<QComboBox*>(u"cboPrinter"_s);
+      printers->setCurrentIndex(printers->count() - 1);
+      form->findChild<QLineEdit*>(u"txtMemo"_s)->setText(u"first"_s);
+      form->accept();
+    });
+    service.showPrintDialog(nullptr, project, englishTexts(), projectPath);
+    QCOMPARE(suggested, dir.filePath(u"PUMPS.pdf"_s));
+    QVERIFY(QFile::exists(suggested));
+
+    PrintChoice second;
+    QTimer::singleShot(0, [&] {
+      auto* form = qobject_cast<PrtForm*>(QApplication::activeModalWidget());
+      QVERIFY(form);
+      second = form->choice();
+      form->reject();
+    });
+    service.showPrintDialog(nullptr, project, englishTexts(), projectPath);
+    QVERIFY(second.toPdf());
+    QCOMPARE(second.memo, u"first"_s);
+    QCOMPARE(second.pdfPath, suggested);
     QVERIFY(boxes.boxes.empty());
   }
 
