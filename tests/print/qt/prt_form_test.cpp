@@ -37,6 +37,7 @@ class PrtFormTest : public QObject {
   void defaultPrinterIsPreselectedAndPdfComesLast() {
     PrtForm form(englishTexts(), {u"Laser"_s, u"Office"_s}, u"Office"_s);
     auto* printers = form.findChild<QComboBox*>(u"cboPrinter"_s);
+    QCOMPARE(form.windowTitle(), u"Print"_s);
     QCOMPARE(printers->count(), 3);
     QCOMPARE(printers->itemText(2), u"PDF file"_s);
     QCOMPARE(form.choice().printerName, u"Office"_s);
