@@ -1,7 +1,10 @@
 #include "print/qt/print_command.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
+#include <memory>
 #include <ostream>
 #include <string>
 
@@ -13,6 +16,25 @@ namespace quillon {
 namespace {
 
 std::string toCp1252(const QString& text) { return utf8ToCp1252(text.toStdString()); }
+
+// Fonts and painting need a QGuiApplication. The command line has none of its own, and a PDF
+// needs no display, so it gets one on the offscreen platform for as long as the PDF takes.
+class PaintingApplication {
+ public:
+  PaintingApplication() {
+    if (QCoreApplication::instance() == nullptr) {
+      m_application = std::make_unique<QGuiApplication>(m_argc, m_argv);
+    }
+  }
+
+ private:
+  char m_program[12] = "quillon-cli";
+  char m_platformOption[10] = "-platform";
+  char m_platform[10] = "offscreen";
+  char* m_argv[4] = {m_program, m_platformOption, m_platform, nullptr};
+  int m_argc = 3;
+  std::unique_ptr<QGuiApplication> m_application;
+};
 
 }  // namespace
 
@@ -53,10 +75,11 @@ int writePrintOutput(const Project& project, const PrintArguments& arguments, co
   if (arguments.outputPath.isEmpty()) {
     out << cp1252ToUtf8(listing);
     out.flush();
-    return out ? 0 : 1;
+    return out ? 0 : kPrintCannotWrite;
   }
   if (QFileInfo(arguments.outputPath).suffix().compare(QLatin1String("pdf"), Qt::CaseInsensitive) ==
       0) {
+    const PaintingApplication application;
     if (writeListingPdf(listing, arguments.outputPath).printed) return 0;
   } else {
     QFile file(arguments.outputPath);
@@ -67,7 +90,7 @@ int writePrintOutput(const Project& project, const PrintArguments& arguments, co
     }
   }
   err << "cannot write " << arguments.outputPath.toStdString() << '\n';
-  return 1;
+  return kPrintCannotWrite;
 }
 
 }  // namespace quillon

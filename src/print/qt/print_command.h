@@ -26,7 +26,11 @@ inline constexpr const char* kPrintUsage =
 [[nodiscard]] std::optional<PrintArguments> parsePrintArguments(const QStringList& arguments,
                                                                 QString& error);
 
-// Returns the process exit code: 0 written, 1 the output could not be written.
+// Exit code when the output cannot be written (the "cannot create" of the BSD sysexits).
+inline constexpr int kPrintCannotWrite = 73;
+
+// Returns the process exit code: 0 written, kPrintCannotWrite otherwise. Works without a
+// QGuiApplication (and without a display): the PDF brings its own for the time it takes.
 [[nodiscard]] int writePrintOutput(const Project& project, const PrintArguments& arguments,
                                    const QDate& today, std::ostream& out, std::ostream& err);
 

@@ -174,7 +174,7 @@ class PrintOutputTest : public QObject {
     std::ostringstream err;
     QCOMPARE(writePrintOutput(smallProject(), {QStringLiteral("P.EAY"), path, {}},
                               QDate(2025, 3, 12), out, err),
-             1);
+             73);
     QCOMPARE(err.str(), "cannot write " + path.toStdString() + "\n");
   }
 
