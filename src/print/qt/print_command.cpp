@@ -26,6 +26,8 @@ class PaintingApplication {
       m_application = std::make_unique<QGuiApplication>(m_argc, m_argv);
     }
   }
+  PaintingApplication(const PaintingApplication&) = delete;
+  PaintingApplication& operator=(const PaintingApplication&) = delete;
 
  private:
   char m_program[12] = "quillon-cli";
