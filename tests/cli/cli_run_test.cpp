@@ -99,15 +99,6 @@ TEST_F(CliRunTest, ResaveCleansPhonesAndPrintsWarningsInUtf8) {
             std::string::npos);
 }
 
-TEST_F(CliRunTest, ResaveOfOwnFileIsByteForByte) {
-  const std::string example = std::string(QUILLON_EXAMPLES_DIR) + "/Pumpstation.EAY";
-  ASSERT_EQ(run({"resave", example, path("first.EAY")}).code, 0);
-  const CliRun second = run({"resave", path("first.EAY"), path("second.EAY")});
-  EXPECT_EQ(second.code, 0);
-  EXPECT_EQ(second.err, "");
-  EXPECT_EQ(readBytes(path("second.EAY")), readBytes(path("first.EAY")));
-}
-
 TEST_F(CliRunTest, ResaveMissingInputWritesNothing) {
   const CliRun result = run({"resave", path("fehlt.EAY"), path("out.EAY")});
   EXPECT_EQ(result.code, 9);
@@ -161,20 +152,6 @@ INSTANTIATE_TEST_SUITE_P(
                                 "Usage: quillon-cli resave [--lang en|de] IN.EAY OUT.EAY\n"
                                 "Try 'quillon-cli resave --help' for more information.\n"}),
     testing::RowName{});
-
-TEST(CliHelpTest, EveryCommandHasHelpOnStandardOutput) {
-  for (const std::string command : {"check", "resave"}) {
-    const CliRun result = run({command, "--help"});
-    EXPECT_EQ(result.code, 0);
-    EXPECT_EQ(result.err, "");
-    EXPECT_TRUE(result.out.starts_with("Usage: quillon-cli " + command + " [--lang en|de] "))
-        << result.out;
-  }
-  const CliRun top = run({"--help"});
-  EXPECT_EQ(top.code, 0);
-  EXPECT_NE(top.out.find("  check FILE.EAY "), std::string::npos);
-  EXPECT_NE(top.out.find("  resave IN.EAY OUT.EAY "), std::string::npos);
-}
 
 }  // namespace
 }  // namespace quillon

@@ -55,8 +55,6 @@ INSTANTIATE_TEST_SUITE_P(
                   ""},
         ParseCase{
             "langAfterFile", {"one", "a", "--lang=de"}, Action::Run, &kOne, {"a"}, kGerman, ""},
-        ParseCase{
-            "langEnglish", {"--lang=en", "one", "a"}, Action::Run, &kOne, {"a"}, kEnglish, ""},
         ParseCase{"dashDashEndsOptions",
                   {"one", "--", "--help"},
                   Action::Run,
@@ -64,11 +62,8 @@ INSTANTIATE_TEST_SUITE_P(
                   {"--help"},
                   kEnglish,
                   ""},
-        ParseCase{"loneDashIsAFile", {"one", "-"}, Action::Run, &kOne, {"-"}, kEnglish, ""},
         ParseCase{"topLevelHelp", {"--help"}, Action::Help, nullptr, {}, kEnglish, ""},
-        ParseCase{"shortHelp", {"-h"}, Action::Help, nullptr, {}, kEnglish, ""},
         ParseCase{"commandHelp", {"two", "--help"}, Action::Help, &kTwo, {}, kEnglish, ""},
-        ParseCase{"helpBeforeCommand", {"--help", "one"}, Action::Help, &kOne, {}, kEnglish, ""},
         ParseCase{"helpIgnoresArgumentCount",
                   {"one", "a", "b", "-h"},
                   Action::Help,

@@ -262,26 +262,11 @@ TEST_P(DataEasySaveTest, WritesPositiveAndReceptionEntries) {
 INSTANTIATE_TEST_SUITE_P(
     Entries, DataEasySaveTest,
     ::testing::Values(SaveCase{"positive", 1, "07;3", "E 1;07;3\r\n"},
-                      SaveCase{"lastFlag", 32, "12;60", "E 32;12;60\r\n"},
                       SaveCase{"receptionFlag", 5, "-2;-1", "E 5;-2;-1\r\n"},
                       SaveCase{"receptionPrefixOnly", 5, "-25;1", "E 5;-25;1\r\n"},
                       SaveCase{"unusedSkipped", 5, "-1;-1", ""},
-                      SaveCase{"zeroSkipped", 5, "0;4", ""}, SaveCase{"textSkipped", 5, "abc", ""},
-                      SaveCase{"flag33NeverWritten", 33, "1;1", ""},
                       SaveCase{"blankBeforeNumberCounts", 7, " 3;4", "E 7; 3;4\r\n"}),
     testing::RowName{});
-
-TEST(DataEasyLoadTest, ColoursFollowEntries) {
-  FlagTable flags;
-  EXPECT_TRUE(DataEasyLoad(flags, 2, "5;6"));
-  EXPECT_TRUE(flags.used[2]);
-  EXPECT_TRUE(DataEasyLoad(flags, 2, "-1;-1"));
-  EXPECT_FALSE(flags.used[2]);
-  EXPECT_TRUE(DataEasyLoad(flags, 100, "1;1"));
-  EXPECT_EQ(flags.entries[100], "1;1");
-  EXPECT_FALSE(DataEasyLoad(flags, 101, "1;1"));
-  EXPECT_FALSE(DataEasyLoad(flags, -1, "1;1"));
-}
 
 TEST(FlagColourTest, ValuesAndRgb) {
   EXPECT_EQ(ColourValue(FlagColour::White), 16777215U);

@@ -164,12 +164,6 @@ TEST(PinTest, FileFieldReadAsLeadingHexDigits) {
   EXPECT_EQ(PinFromFile(std::string(100000, 'F')), "65535");
 }
 
-TEST(PadFieldTest, PadsWith182OrCuts) {
-  EXPECT_EQ(PadField("0171"),
-            "0171\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6");
-  EXPECT_EQ(PadField("123456789012345678901"), "12345678901234567890");
-}
-
 struct SplitCase {
   const char* name;
   std::string body;

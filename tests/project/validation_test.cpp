@@ -210,36 +210,5 @@ INSTANTIATE_TEST_SUITE_P(Marks, ToggleMarkTest,
                                                     false}),
                          testing::RowName{});
 
-struct RuleCase {
-  const char* name;
-  TableKind kind;
-  int column;
-  EditRule rule;
-};
-
-class EditRuleTest : public ::testing::TestWithParam<RuleCase> {};
-
-TEST_P(EditRuleTest, NamesBoxTitleAndLength) {
-  const RuleCase& c = GetParam();
-  EXPECT_EQ(EditRuleFor(c.kind, c.column), c.rule);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cells, EditRuleTest,
-    ::testing::Values(RuleCase{"markColumnHasNoBox", TableKind::Messages, 2, {}},
-                      RuleCase{"messageText", TableKind::Messages, 4, {EntryBox::Text, 93, 160}},
-                      RuleCase{"messageComment", TableKind::Messages, 5, {EntryBox::Text, 62, 95}},
-                      RuleCase{"filterText", TableKind::Filters, 1, {EntryBox::Text, 66, 160}},
-                      RuleCase{"filterComment", TableKind::Filters, 2, {EntryBox::Text, 62, 95}},
-                      RuleCase{"phoneNumber", TableKind::Phones, 1, {EntryBox::Phone, 86, 20}},
-                      RuleCase{"phoneName", TableKind::Phones, 2, {EntryBox::Text, 62, 95}}),
-    testing::RowName{});
-
-TEST(EntryStartTextTest, EnterKeepsCellTypingReplacesIt) {
-  EXPECT_EQ(EntryStartText("Pumpe", 13), "Pumpe");
-  EXPECT_EQ(EntryStartText("Pumpe", 'k'), "k");
-  EXPECT_EQ(EntryStartText("Pumpe", 0xE4), "\xE4");
-}
-
 }  // namespace
 }  // namespace quillon
