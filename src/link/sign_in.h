@@ -29,7 +29,7 @@ struct LinkSession {
   bool readyConfirmed = false;  // "Telvane ready ?" answered OK in this run
   bool identityRead = false;    // the identity query completed in this run
   int expectedPhoneCount = 60;
-  DeviceIdentity identity;      // what the identification dialog shows
+  DeviceIdentity identity;  // what the identification dialog shows
 };
 
 struct LinkContext {
