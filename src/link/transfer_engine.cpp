@@ -96,6 +96,7 @@ void TransferEngine::cancel(TimeOfDay /*now*/) {
   switch (m_stage) {
     case Stage::SignInReply:
     case Stage::SignInPause:
+      // A cancelled sign-in is still a failed one: "Aborted", then "No connection".
       signInFailed(kSignInCancelled);
       return;
     case Stage::StartReply:
@@ -117,6 +118,7 @@ void TransferEngine::onLinkLost(TimeOfDay now) {
     case Stage::Idle:
     case Stage::SignInReply:
     case Stage::SignInPause:
+      // Before the module ever answered, a vanished port means the interface is not there.
       signInFailed(kSignInInterfaceGone);
       return;
     default:
