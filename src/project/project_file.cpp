@@ -1,8 +1,8 @@
 #include "project/project_file.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <optional>
 #include <system_error>
 
 #include "project/flag_assignment.h"
