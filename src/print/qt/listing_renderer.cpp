@@ -19,7 +19,7 @@ namespace {
 
 constexpr qreal kFontPoints = 10.0;
 constexpr qreal kSmallestPoints = 5.0;
-// The page number sits below a blank line under the last listing line.
+// The foot line sits below a blank line under the last listing line.
 constexpr int kFootLines = 2;
 
 QString toQString(const std::string& cp1252) {
@@ -52,7 +52,8 @@ QPageLayout defaultListingPageLayout() {
                      QPageLayout::Millimeter);
 }
 
-RenderResult renderListing(QPrinter& printer, std::string_view listing, const QFont& font) {
+RenderResult renderListing(QPrinter& printer, std::string_view listing, const QString& title,
+                           const QFont& font) {
   QPainter painter;
   if (!painter.begin(&printer)) return {};
   const QRectF area(QPointF(0, 0), printer.pageRect(QPrinter::DevicePixel).size());
@@ -73,25 +74,26 @@ RenderResult renderListing(QPrinter& printer, std::string_view listing, const QF
       painter.drawText(QPointF(0, baseline), toQString(line));
       baseline += lineHeight;
     }
+    const qreal footBaseline = area.height() - metrics.descent();
+    painter.drawText(QPointF(0, footBaseline), title);
     const QString number =
         QString::number(index + 1) + QStringLiteral(" / ") + QString::number(pageCount);
-    painter.drawText(QPointF((area.width() - metrics.horizontalAdvance(number)) / 2,
-                             area.height() - metrics.descent()),
+    painter.drawText(QPointF(area.width() - metrics.horizontalAdvance(number), footBaseline),
                      number);
   }
   const bool finished = painter.end();
   return {finished, pageCount};
 }
 
-RenderResult writeListingPdf(std::string_view listing, const QString& path, const QFont& font,
-                             const QPageLayout& layout) {
+RenderResult writeListingPdf(std::string_view listing, const QString& path, const QString& title,
+                             const QFont& font, const QPageLayout& layout) {
   QPrinter printer(QPrinter::HighResolution);
   printer.setOutputFormat(QPrinter::PdfFormat);
   printer.setOutputFileName(path);
   printer.setPageLayout(layout);
   printer.setCreator(QStringLiteral("Quillon"));
-  printer.setDocName(QStringLiteral("Quillon listing"));
-  return renderListing(printer, listing, font);
+  printer.setDocName(title);
+  return renderListing(printer, listing, title, font);
 }
 
 }  // namespace quillon

@@ -1,6 +1,7 @@
 #pragma once
 // Puts a listing on paper: a monospaced font small enough for 80 columns, entries kept whole
-// where they fit on a page, and "page / pages" at the foot of every page.
+// where they fit on a page, and at the foot of every page the title (the project file name, so
+// a loose page still says where it belongs) and "page / pages".
 
 #include <QFont>
 #include <QPageLayout>
@@ -24,9 +25,10 @@ struct RenderResult {
 // `listing` is Windows-1252 text as printListing makes it. Fails when the printer (or the PDF
 // file) cannot be opened.
 [[nodiscard]] RenderResult renderListing(QPrinter& printer, std::string_view listing,
-                                         const QFont& font);
+                                         const QString& title, const QFont& font);
 
 [[nodiscard]] RenderResult writeListingPdf(std::string_view listing, const QString& path,
+                                           const QString& title,
                                            const QFont& font = defaultListingFont(),
                                            const QPageLayout& layout = defaultListingPageLayout());
 

@@ -40,36 +40,10 @@ class PaintingApplication {
 
 }  // namespace
 
-std::optional<PrintArguments> parsePrintArguments(const QStringList& arguments, QString& error) {
-  PrintArguments parsed;
-  for (qsizetype i = 0; i < arguments.size(); ++i) {
-    const QString& argument = arguments[i];
-    if (argument == QLatin1String("-o") || argument == QLatin1String("--memo")) {
-      if (i + 1 >= arguments.size()) {
-        error = argument + QStringLiteral(" needs a value");
-        return std::nullopt;
-      }
-      (argument == QLatin1String("-o") ? parsed.outputPath : parsed.memo) = arguments[++i];
-    } else if (argument.startsWith(QLatin1Char('-')) && argument.size() > 1) {
-      error = QStringLiteral("unknown option ") + argument;
-      return std::nullopt;
-    } else if (parsed.projectPath.isEmpty()) {
-      parsed.projectPath = argument;
-    } else {
-      error = QStringLiteral("only one project file, not also ") + argument;
-      return std::nullopt;
-    }
-  }
-  if (parsed.projectPath.isEmpty()) {
-    error = QStringLiteral("no project file given");
-    return std::nullopt;
-  }
-  return parsed;
-}
-
 int writePrintOutput(const Project& project, const PrintArguments& arguments, const QDate& today,
                      std::ostream& out, std::ostream& err) {
-  const ListingOptions options{toCp1252(QFileInfo(arguments.projectPath).fileName()),
+  const QString title = QFileInfo(arguments.projectPath).fileName();
+  const ListingOptions options{toCp1252(title),
                                toCp1252(today.toString(QStringLiteral("dd.MM.yyyy"))),
                                toCp1252(arguments.memo)};
   const std::string listing = printListing(project, options);
@@ -82,7 +56,7 @@ int writePrintOutput(const Project& project, const PrintArguments& arguments, co
   if (QFileInfo(arguments.outputPath).suffix().compare(QLatin1String("pdf"), Qt::CaseInsensitive) ==
       0) {
     const PaintingApplication application;
-    if (writeListingPdf(listing, arguments.outputPath).printed) return 0;
+    if (writeListingPdf(listing, arguments.outputPath, title).printed) return 0;
   } else {
     QFile file(arguments.outputPath);
     const QByteArray utf8 = QByteArray::fromStdString(cp1252ToUtf8(listing));
@@ -91,7 +65,7 @@ int writePrintOutput(const Project& project, const PrintArguments& arguments, co
       return 0;
     }
   }
-  err << "cannot write " << arguments.outputPath.toStdString() << '\n';
+  err << "quillon-cli: cannot write " << arguments.outputPath.toStdString() << '\n';
   return kPrintCannotWrite;
 }
 

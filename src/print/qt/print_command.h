@@ -1,13 +1,10 @@
 #pragma once
-// `quillon-cli print FILE.EAY [-o OUT.txt|OUT.pdf] [--memo TEXT]`: the listing as UTF-8 text on
+// What `quillon-cli print` writes once the project is loaded: the listing as UTF-8 text on the
 // standard output or in a text file, or as a PDF when the output name ends in ".pdf".
-// The CLI loads the project; these functions parse the arguments and write the listing.
 
 #include <QDate>
 #include <QString>
-#include <QStringList>
 #include <iosfwd>
-#include <optional>
 
 #include "project/project.h"
 
@@ -18,13 +15,6 @@ struct PrintArguments {
   QString outputPath;  // empty: standard output
   QString memo;
 };
-
-inline constexpr const char* kPrintUsage =
-    "usage: quillon-cli print FILE.EAY [-o OUT.txt|OUT.pdf] [--memo TEXT]";
-
-// `arguments` are those after "print". On a mistake, nullopt and `error` says which.
-[[nodiscard]] std::optional<PrintArguments> parsePrintArguments(const QStringList& arguments,
-                                                                QString& error);
 
 // Exit code when the output cannot be written (the "cannot create" of the BSD sysexits).
 inline constexpr int kPrintCannotWrite = 73;

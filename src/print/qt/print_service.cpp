@@ -66,11 +66,12 @@ bool PrintService::print(const PrintChoice& choice, const Project& project, cons
   }
   printer.setPageLayout(m_layout);
   printer.setCreator(QStringLiteral("Quillon"));
-  printer.setDocName(QFileInfo(projectPath).fileName());
+  const QString title = QFileInfo(projectPath).fileName();
+  printer.setDocName(title);
   QFont font = defaultListingFont();
   if (!choice.fontFamily.isEmpty()) font.setFamily(choice.fontFamily);
 
-  if (renderListing(printer, listing, font).printed) return true;
+  if (renderListing(printer, listing, title, font).printed) return true;
   const std::string where = toCp1252(choice.toPdf() ? choice.pdfPath : choice.printerName);
   m_boxes.tell(kMainTitle,
                (texts.german() ? "Drucken nicht m\xF6glich: " : "Printing failed: ") + where,
