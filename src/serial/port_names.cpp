@@ -9,6 +9,21 @@ namespace {
 
 QString portKey(int number) { return QStringLiteral("Ports/COM%1").arg(number); }
 
+// A device path that a port number is registered for keeps that number, so the status bar can
+// say "COM n" for it.
+int registeredNumber(const QString& device) {
+  QSettings settings(kSettingsOrganisation, kSettingsApplication);
+  settings.beginGroup(QStringLiteral("Ports"));
+  for (const QString& key : settings.childKeys()) {
+    if (settings.value(key).toString() != device || !key.startsWith(QStringLiteral("COM")))
+      continue;
+    bool ok = false;
+    const int number = key.mid(3).toInt(&ok);
+    if (ok && number > 0) return number;
+  }
+  return 0;
+}
+
 }  // namespace
 
 QString deviceForPortNumber(int number) {
@@ -35,7 +50,7 @@ std::optional<PortId> resolvePort(const QString& text) {
   const int number = digits.toInt(&isNumber);
   if (!isNumber) {
     if (text.isEmpty()) return std::nullopt;
-    return PortId{0, text};
+    return PortId{registeredNumber(text), text};
   }
   const QString device = deviceForPortNumber(number);
   if (device.isEmpty()) return std::nullopt;

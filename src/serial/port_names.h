@@ -14,7 +14,7 @@ inline constexpr const char* kSettingsOrganisation = "Kestrix";
 inline constexpr const char* kSettingsApplication = "Kestrix";
 
 struct PortId {
-  int number = 0;  // 0 when the port was given as a device path
+  int number = 0;  // 0 for a device path that no port number is registered for
   QString device;  // what QSerialPort opens
 };
 
