@@ -4,7 +4,7 @@
 #include <cctype>
 #include <utility>
 
-#include "sim/module_checksum.h"
+#include "link/block_checksum.h"
 
 namespace quillon::sim {
 namespace {
@@ -35,7 +35,7 @@ unsigned hexValue(std::string_view digits) {
 }
 
 std::string wrongChecksum(std::string_view block) {
-  const std::string right = checksumDigits(block);
+  const std::string right = BlockChecksum(block);
   return hexDigits((hexValue(right) + 1) & 0xFFU, kChecksumDigits);
 }
 
@@ -56,7 +56,7 @@ std::vector<std::string> uploadBlocks(std::string_view payload) {
     std::string block(payload.substr(0, kBlockData));
     payload.remove_prefix(block.size());
     block += kEndOfBlock;
-    block += checksumDigits(block);
+    block += BlockChecksum(block);
     blocks.push_back(std::move(block));
   } while (!payload.empty());
   return blocks;
@@ -188,7 +188,7 @@ void TelvaneModule::receiveBlocks(SimTime now) {
     if (!countBlock()) return;
     ++m_blocksIn;
     const bool forcedNak = m_config.nakEvery > 0 && m_blocksIn % m_config.nakEvery == 0;
-    if (forcedNak || checksum != checksumDigits(data)) {
+    if (forcedNak || checksum != BlockChecksum(data)) {
       reply(std::string(1, kNak));
       continue;
     }
