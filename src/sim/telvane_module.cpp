@@ -50,15 +50,15 @@ std::string versionReply(const ModuleConfig& config) {
          field(config.phones + 2, 2);
 }
 
-std::vector<std::string> uploadBlocks(std::string_view payload) {
+std::vector<std::string> uploadBlocks(std::string_view data) {
+  std::string rest(data);
+  if (rest.empty() || rest.back() != kEndOfBlock) rest += kEndOfBlock;
   std::vector<std::string> blocks;
-  do {
-    std::string block(payload.substr(0, kBlockData));
-    payload.remove_prefix(block.size());
-    block += kEndOfBlock;
+  for (std::size_t at = 0; at < rest.size(); at += kBlockData) {
+    std::string block = rest.substr(at, kBlockData);
     block += BlockChecksum(block);
     blocks.push_back(std::move(block));
-  } while (!payload.empty());
+  }
   return blocks;
 }
 
@@ -214,8 +214,6 @@ void TelvaneModule::startUpload(char letter) {
     payload = m_logger;
   } else {
     payload = m_memory.image(letter);
-    // The last block's end-of-block character doubles as the image's end mark.
-    if (!payload.empty() && payload.back() == kEndOfImage) payload.pop_back();
   }
   m_blocks = uploadBlocks(payload);
   m_next = 0;

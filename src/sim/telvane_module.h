@@ -30,9 +30,12 @@ inline constexpr SimTime kStallReset = 5000;
 // phone places + 2 (2 hex each).
 [[nodiscard]] std::string versionReply(const ModuleConfig& config);
 
-// The blocks an upload of `payload` goes out as: 64 characters at a time, each followed by the
-// end-of-block character and the checksum over everything before it.
-[[nodiscard]] std::vector<std::string> uploadBlocks(std::string_view payload);
+// The blocks an upload goes out as. The data end with the end-of-block character (an image
+// already does; anything else gets one), and travel 64 characters at a time, each followed by
+// the checksum over its characters. So every block but the last is 64 characters and two
+// digits, which the PC recognises by its length, and only the last one holds the 253. The PC's
+// receive boxes then hold exactly the image, which the upload parsers take apart by position.
+[[nodiscard]] std::vector<std::string> uploadBlocks(std::string_view data);
 
 class TelvaneModule {
  public:

@@ -102,6 +102,7 @@ class SerialLinkTest : public QObject {
   void identifies_data();
   void identifies();
   void downloadIsReadBack();
+  void corruptBlocksAreReadAgain();
   void nakStormEndsTheDownload();
   void refusedRequestIsDenied();
   void silentModuleIsNotReady();
@@ -211,6 +212,25 @@ void SerialLinkTest::downloadIsReadBack() {
   const auto& last = rig.status.texts.back();
   QCOMPARE(last.first, StatusPanel::Port);
   QCOMPARE(last.second, "COM " + sim.link().toStdString() + ",9600, N ,8 ,1 not active");
+}
+
+void SerialLinkTest::corruptBlocksAreReadAgain() {
+  // Every second block from the module has a wrong checksum: the version block passes, then
+  // each of the four blocks of the messages image is answered NAK once and read again.
+  SimModule sim(QStringLiteral("ttySIM-corrupt"), {"--corrupt-every", "2"});
+  Rig rig(sim.link());
+  TransferOutcome outcome;
+  QCOMPARE(SignIn(rig.context, upload('m', "Messages"), outcome), 0);
+  std::string image = "A;\xB6";
+  for (int i = 0; i < 100; ++i) image += "@\xB6";
+  image += "Q \xB6" + std::string(10, '\xB6') + "\xFD";
+  QCOMPARE(outcome.receivedText(), image);
+  int naks = 0;
+  for (const auto& event : rig.observer.events)
+    if (event.kind == TransferEvent::Kind::Log && event.text2 == "SCHREIBEN: " &&
+        event.text == "\x15")
+      ++naks;
+  QCOMPARE(naks, 4);
 }
 
 void SerialLinkTest::nakStormEndsTheDownload() {

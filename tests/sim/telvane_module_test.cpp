@@ -29,6 +29,7 @@ struct Script {
   const char* name;
   ModuleConfig config;
   std::vector<Step> steps;
+  std::string logger = "L1\rL2\r";
 };
 
 void PrintTo(const Script& script, std::ostream* os) { *os << script.name; }
@@ -81,17 +82,24 @@ const std::vector<Script>& scripts() {
         {100, "P", ""},
         {130, "", "P0009"},
         {131, "\x06", "00"s + F + "1234" + F + E + "F9"}}},
+      // Only the last block from the module holds the 253; the others are 64 characters and
+      // the checksum, and the PC's receive boxes hold exactly the image.
       {"SixtyFiveCharactersAreTwoBlocksEachWay",
        {},
        {{0, "M0041", "\x06"},
         {1, k64 + "00", "\x06"},
-        {2, "p70", "\x06"},
+        {2, E + "FD", "\x06"},
         {52, "", "\x06"},
         {60, "M", ""},
-        {90, "", "M0043"},
-        {91, "\x06", k64 + E + "FD"},
-        {92, "\x06", "p"s + E + "8D"},
+        {90, "", "M0041"},
+        {91, "\x06", k64 + "00"},
+        {92, "\x06", E + "FD"},
         {93, "\x06", ""}}},
+      {"EmptyMessagesImageIsAnnouncedWhole", {}, {{0, "M", ""}, {30, "", "M00D9"}}},
+      {"LoggerOfOneFullBlockGetsAnEndBlock",
+       {},
+       {{0, "L", "L0041"}, {1, "\x06", k64 + "00"}, {2, "\x06", E + "FD"}},
+       k64},
       {"WrongChecksumAnsweredWithNak",
        {},
        {{0, "P0001", "\x06"}, {1, "A42", "\x15"}, {2, "A41", "\x06"}, {52, "", "\x06"}}},
@@ -144,7 +152,7 @@ class ModuleScript : public ::testing::TestWithParam<Script> {};
 TEST_P(ModuleScript, AnswersExactly) {
   const Script& script = GetParam();
   ModuleMemory memory(script.config.messages, script.config.phones);
-  TelvaneModule module(script.config, memory, "L1\rL2\r");
+  TelvaneModule module(script.config, memory, script.logger);
   for (std::size_t i = 0; i < script.steps.size(); ++i) {
     const Step& step = script.steps[i];
     if (step.in.empty()) {
