@@ -225,7 +225,8 @@ void SerialLink::rearm() {
   }
   // Never longer than to midnight: the engine's deadlines stop there, but a wrong clock must not
   // leave a transfer waiting for a day.
-  const TimeOfDay wait = std::clamp<TimeOfDay>(*due - m_lastNow, 0, kDayLength - m_lastNow);
+  const TimeOfDay untilMidnight = std::max<TimeOfDay>(kDayLength - m_lastNow, 0);
+  const TimeOfDay wait = std::clamp<TimeOfDay>(*due - m_lastNow, 0, untilMidnight);
   m_timer.start(static_cast<int>(wait));
 }
 

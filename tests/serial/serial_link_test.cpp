@@ -111,6 +111,7 @@ class SerialLinkTest : public QObject {
   void pulledPlugEndsATransferAtOnce();
   void trafficLogOfAnIdentification();
   void waitAcrossMidnightEnds();
+  void transferOnAMissingPort();
   void portNumbersAndThePortTest();
   void configurePortSetsTheLiteral();
   void settingsDialogKeys();
@@ -367,6 +368,19 @@ void SerialLinkTest::waitAcrossMidnightEnds() {
   QVERIFY2(clock.elapsed() >= 1900 && clock.elapsed() < 4000,
            qPrintable(QString::number(clock.elapsed())));
   QCOMPARE(rig.boxTexts(), (std::vector<std::string>{kReady, "Timeout", "Telvane not ready"}));
+}
+
+void SerialLinkTest::transferOnAMissingPort() {
+  Rig rig(QStringLiteral("/nonexistent/ttySIM-missing"));
+  const TransferOutcome outcome = rig.link.runTransfer(upload('v', "Version"));
+  QCOMPARE(outcome.title, std::string("No connection"));
+  // First the port layer's own words, then the window's sign-in failure.
+  QCOMPARE(rig.dialog.boxes.size(), std::size_t{2});
+  QCOMPARE(rig.dialog.boxes[0].title, std::string("Terminal"));
+  QCOMPARE(rig.dialog.boxes[0].text, rig.link.portErrorText());
+  QVERIFY(!rig.link.portErrorText().empty());
+  QCOMPARE(rig.dialog.boxes[1].text, std::string("Interface not active"));
+  QVERIFY(!rig.link.isOpen());
 }
 
 void SerialLinkTest::portNumbersAndThePortTest() {
