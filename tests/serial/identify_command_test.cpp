@@ -25,6 +25,7 @@ class IdentifyCommandTest : public QObject {
   void wrongCommandLines_data();
   void wrongCommandLines();
   void logsTheTrafficInTheCurrentDirectory();
+  void theCommandLineProgram();
 };
 
 namespace {
@@ -168,6 +169,25 @@ void IdentifyCommandTest::logsTheTrafficInTheCurrentDirectory() {
   QFile file(dir.path() + "/" + logs[0]);
   QVERIFY(file.open(QIODevice::ReadOnly));
   QCOMPARE(file.readLine(), QByteArray("WRITE: ??\r\n"));
+}
+
+void IdentifyCommandTest::theCommandLineProgram() {
+  SimModule sim(QStringLiteral("ttySIM-cli-program"), {"--messages", "400"});
+  QProcess cli;
+  cli.start(QStringLiteral(QUILLON_CLI),
+            {"identify", "--lang", "de", "--yes", "--port", sim.link(), "--reply-timeout", "3"});
+  QVERIFY(cli.waitForFinished(10000));
+  QCOMPARE(cli.exitCode(), 0);
+  QCOMPARE(QString::fromUtf8(cli.readAllStandardOutput()),
+           QString("Version: 1.23\nBus type: Millenium M3\nDevice: Telvane\nFirmware: Alarmieren\n"
+                   "Nuber of messages: 400\nNumber of phone nrs.: 60\n"
+                   "Reply: 007B090301003E<253>\n"));
+  QCOMPARE(cli.readAllStandardError(), QByteArray());
+
+  cli.start(QStringLiteral(QUILLON_CLI), {"identify", "--port", sim.link(), "--colour"});
+  QVERIFY(cli.waitForFinished(10000));
+  QCOMPARE(cli.exitCode(), 64);
+  QVERIFY(cli.readAllStandardError().startsWith("quillon-cli identify: unknown option '--colour'"));
 }
 
 }  // namespace quillon
