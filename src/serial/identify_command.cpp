@@ -233,6 +233,9 @@ int RunIdentifyCommand(const std::vector<std::string>& arguments, Console& conso
   NoStatus status;
   LinkContext context{link, dialog, status, limits, session, options->language};
   const int result = IdentifyModule(context);
+  if (result == kResultPortNotOpened)
+    console.err << "Cannot open " << options->port << ": " << cp1252ToUtf8(link.portErrorText())
+                << "\n";
   if (result == kResultOk || result == kResultVersionConflict) {
     for (const auto& [label, value] : IdentityFields(session.identity)) {
       const std::string shown = label == "Reply" ? EscapeForLog(value) : value;

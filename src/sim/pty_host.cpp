@@ -1,6 +1,7 @@
 #include "sim/pty_host.h"
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <termios.h>
@@ -147,15 +148,21 @@ bool PtyHost::open(std::string& error) {
 
 void PtyHost::readMaster() {
   char buffer[4096];
+  bool heard = false;
   for (;;) {
     const ssize_t n = ::read(m_master, buffer, sizeof buffer);
     if (n > 0) {
       m_inbound.push(std::string_view(buffer, static_cast<std::size_t>(n)), now());
+      heard = true;
       continue;
     }
     if (n < 0 && errno == EINTR) continue;
     break;  // EAGAIN: all read. The held slave keeps EIO (hang-up) away.
   }
+  // The PC opens the terminal in exclusive mode. Since the held slave keeps the terminal open,
+  // a PC that dies without closing would leave it exclusive and every later open would fail;
+  // the PC's first bytes are the moment to give it up again.
+  if (heard) ::ioctl(m_slave, TIOCNXCL);
   pump();
 }
 

@@ -123,7 +123,7 @@ void IdentifyCommandTest::wrongCommandLines_data() {
   QTest::newRow("yesWithValue") << QStringList{"--port", "/x", "--yes=1"} << 64
                                 << "quillon-cli identify: --yes takes no value";
   QTest::newRow("missingDevice") << QStringList{"--port", "/nonexistent/ttySIM", "--yes"} << 1
-                                 << "";
+                                 << "Cannot open /nonexistent/ttySIM: No such file or directory";
   QTest::newRow("unknownPortNumber")
       << QStringList{"--port", "COM15", "--yes"} << 1 << "No device for port COM15";
 }

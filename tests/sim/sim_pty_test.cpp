@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <termios.h>
@@ -98,6 +99,7 @@ class Terminal {
     if (m_fd >= 0) ::close(m_fd);
   }
   [[nodiscard]] bool isOpen() const { return m_fd >= 0; }
+  [[nodiscard]] int fd() const { return m_fd; }
 
   // Writes `bytes` and collects the answer until it holds `length` bytes.
   std::string exchange(const std::string& bytes, std::size_t length) {
@@ -164,6 +166,21 @@ TEST_F(SimPty, RegistersItsLinkAsAPortNumberWhileItRuns) {
   }
   QSettings settings("Kestrix", "Kestrix");
   EXPECT_FALSE(settings.contains("Ports/COM7"));
+}
+
+TEST_F(SimPty, GivesUpExclusiveModeOnceThePcSpeaks) {
+  // A PC that dies while it holds the terminal exclusively must not lock out the next one.
+  const std::string link = (m_dir / "ttySIM-exclusive").string();
+  SimProcess sim({"--link", link});
+  ASSERT_FALSE(sim.firstLine().empty());
+  Terminal pc(link);
+  ASSERT_EQ(::ioctl(pc.fd(), TIOCEXCL), 0);
+  int exclusive = 0;
+  ASSERT_EQ(::ioctl(pc.fd(), TIOCGEXCL, &exclusive), 0);
+  ASSERT_EQ(exclusive, 1);
+  EXPECT_EQ(pc.exchange("??", 1), "\x06");
+  ASSERT_EQ(::ioctl(pc.fd(), TIOCGEXCL, &exclusive), 0);
+  EXPECT_EQ(exclusive, 0);
 }
 
 TEST_F(SimPty, PacedLineStillAnswersEveryByte) {
