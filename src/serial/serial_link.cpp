@@ -79,6 +79,7 @@ int SerialLink::openLinkPort() {
     }
     m_portError.clear();
     m_linkLost = false;
+    m_linkDown = false;
     raiseModemLines();
   }
   clearPortBuffers();
@@ -159,6 +160,7 @@ void SerialLink::onError(QSerialPort::SerialPortError error) {
   }
   m_portError = utf8ToCp1252(m_port.errorString().toStdString());
   m_port.clearError();
+  m_linkDown = true;
   if (m_phase == Phase::Running) {
     m_linkLost = true;
     pump();
@@ -232,7 +234,7 @@ void SerialLink::rearm() {
 
 void SerialLink::finishTransfer() {
   m_phase = Phase::Draining;
-  if (m_port.isOpen() && m_port.bytesToWrite() > 0) {
+  if (!m_linkDown && m_port.isOpen() && m_port.bytesToWrite() > 0) {
     // The last ACK of a read must reach the module before the port closes.
     const qint32 speed = std::max<qint32>(m_port.baudRate(), 1);
     m_timer.start(static_cast<int>(m_port.bytesToWrite() * 10'000 / speed + kDrainAllowanceMs));

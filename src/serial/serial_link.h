@@ -97,7 +97,8 @@ class SerialLink : public QObject, public LinkPort {
   TimeOfDay m_lastNow = 0;  // the `now` of the last engine call: its deadlines are on that axis
   bool m_pumping = false;
   bool m_pumpAgain = false;
-  bool m_linkLost = false;
+  bool m_linkLost = false;  // the engine has yet to hear that the link is gone
+  bool m_linkDown = false;  // nothing written any more will leave
   bool m_timerFired = false;
 };
 
