@@ -23,7 +23,7 @@ int RunCli(const std::vector<std::string>& arguments, std::ostream& out, std::os
   }
   UiTexts texts;
   texts.fill(invocation.language);
-  return invocation.command->run({invocation.arguments, texts, out, err, invocation.options});
+  return invocation.command->run({invocation.arguments, texts, out, err});
 }
 
 }  // namespace quillon::cli

@@ -2,7 +2,6 @@
 // A quillon-cli command: its name, its arguments, its help and the function that runs it. Every
 // command lives in its own <name>_command.cpp and has one line in command_table.cpp.
 
-#include <map>
 #include <ostream>
 #include <span>
 #include <string>
@@ -34,15 +33,11 @@ inline constexpr int kExitCannotWrite = 73;
   return kExitCannotRead;
 }
 
-// The values of a command's own options, by option name ("-o" -> "out.pdf").
-using OptionValues = std::map<std::string, std::string, std::less<>>;
-
 struct CommandContext {
   const std::vector<std::string>& arguments;  // the positional arguments, count already checked
   const UiTexts& texts;                       // filled for the language of --lang
   std::ostream& out;
   std::ostream& err;
-  const OptionValues& options;  // only those given
 };
 
 struct Command {
@@ -52,9 +47,9 @@ struct Command {
   std::string_view summary;      // one line in the list of commands
   std::string_view description;  // the body of "<command> --help"
   int (*run)(const CommandContext& context) = nullptr;
-  // The command's own options, each taking a value ("-o OUT" or "--memo=TEXT"); the synopsis
-  // shows them.
-  std::span<const std::string_view> valueOptions = {};
+  // The command reads its own options: every argument after its name but --help and --lang
+  // reaches it in order, and it checks them itself (argumentCount is not used).
+  bool ownOptions = false;
 };
 
 // Every command, in the order the help lists them.

@@ -20,18 +20,6 @@ std::string plural(std::size_t count, std::string_view word) {
   return std::to_string(count) + " " + std::string(word) + (count == 1 ? "" : "s");
 }
 
-// The option of `command` that `argument` names, as "NAME" or "NAME=VALUE"; empty if none.
-std::string_view commandOption(const Command* command, std::string_view argument) {
-  if (command == nullptr) return {};
-  for (const std::string_view name : command->valueOptions) {
-    if (argument == name || (argument.starts_with(name) && argument.size() > name.size() &&
-                             argument[name.size()] == '=')) {
-      return name;
-    }
-  }
-  return {};
-}
-
 }  // namespace
 
 const Command* CommandLineParser::find(const std::string& name) const {
@@ -68,15 +56,8 @@ Invocation CommandLineParser::parse(const std::vector<std::string>& arguments) c
       } else {
         return usageError(invocation.command, "unknown language '" + value + "': use en or de");
       }
-    } else if (const std::string_view name = commandOption(invocation.command, argument);
-               option && !name.empty()) {
-      if (argument.size() > name.size()) {
-        invocation.options[std::string(name)] = argument.substr(name.size() + 1);
-      } else if (i + 1 < arguments.size()) {
-        invocation.options[std::string(name)] = arguments[++i];
-      } else {
-        return usageError(invocation.command, "option " + argument + " needs a value");
-      }
+    } else if (option && invocation.command != nullptr && invocation.command->ownOptions) {
+      invocation.arguments.push_back(argument);
     } else if (option) {
       return usageError(invocation.command, "unknown option '" + argument + "'");
     } else if (invocation.command == nullptr) {
@@ -96,7 +77,7 @@ Invocation CommandLineParser::parse(const std::vector<std::string>& arguments) c
   }
   if (invocation.command == nullptr) return usageError(nullptr, "no command given");
   const Command& command = *invocation.command;
-  if (invocation.arguments.size() != command.argumentCount) {
+  if (!command.ownOptions && invocation.arguments.size() != command.argumentCount) {
     return usageError(&command, std::string(command.name) + " takes " +
                                     plural(command.argumentCount, "argument") + ", not " +
                                     std::to_string(invocation.arguments.size()));

@@ -15,7 +15,6 @@ struct Invocation {
   Action action = Action::UsageError;
   const Command* command = nullptr;  // nullptr: the top level
   std::vector<std::string> arguments;
-  OptionValues options;  // the command's own options
   int language = kEnglish;
   std::string error;  // what was wrong, for UsageError
 };

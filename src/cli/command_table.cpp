@@ -7,6 +7,7 @@
 #define QUILLON_CLI_COMMANDS(X) \
   X(kCheckCommand)              \
   X(kResaveCommand)             \
+  X(kIdentifyCommand)           \
   X(kPrintCommand)
 
 namespace quillon::cli {

@@ -38,7 +38,46 @@ class PaintingApplication {
   std::unique_ptr<QGuiApplication> m_application;
 };
 
+constexpr std::string_view kOutputOption = "-o";
+constexpr std::string_view kMemoOption = "--memo";
+
 }  // namespace
+
+std::optional<PrintArguments> parsePrintArguments(const std::vector<std::string>& arguments,
+                                                  std::string& error) {
+  PrintArguments parsed;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const std::string& argument = arguments[i];
+    const bool output = argument == kOutputOption;
+    if (output || argument == kMemoOption) {
+      if (i + 1 >= arguments.size()) {
+        error = "option " + argument + " needs a value";
+        return std::nullopt;
+      }
+      const std::string& value = arguments[++i];
+      if (output) {
+        parsed.outputPath = QFile::decodeName(value.c_str());
+      } else {
+        parsed.memo = QString::fromStdString(value);
+      }
+    } else if (argument.starts_with("--memo=")) {
+      parsed.memo = QString::fromStdString(argument.substr(kMemoOption.size() + 1));
+    } else if (argument.size() > 1 && argument.front() == '-') {
+      error = "unknown option '" + argument + "'";
+      return std::nullopt;
+    } else if (parsed.projectPath.isEmpty()) {
+      parsed.projectPath = QFile::decodeName(argument.c_str());
+    } else {
+      error = "print takes one project file, not also '" + argument + "'";
+      return std::nullopt;
+    }
+  }
+  if (parsed.projectPath.isEmpty()) {
+    error = "print needs a project file";
+    return std::nullopt;
+  }
+  return parsed;
+}
 
 int writePrintOutput(const Project& project, const PrintArguments& arguments, const QDate& today,
                      std::ostream& out, std::ostream& err) {

@@ -1,10 +1,14 @@
 #pragma once
-// What `quillon-cli print` writes once the project is loaded: the listing as UTF-8 text on the
-// standard output or in a text file, or as a PDF when the output name ends in ".pdf".
+// `quillon-cli print FILE.EAY [-o OUT] [--memo TEXT]`: the listing as UTF-8 text on the standard
+// output or in a text file, or as a PDF when the output name ends in ".pdf". The CLI loads the
+// project; these read the command's arguments and write the listing.
 
 #include <QDate>
 #include <QString>
 #include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "project/project.h"
 
@@ -15,6 +19,11 @@ struct PrintArguments {
   QString outputPath;  // empty: standard output
   QString memo;
 };
+
+// `arguments` are those after "print", in the order given (UTF-8). On a mistake, nullopt and
+// `error` says which.
+[[nodiscard]] std::optional<PrintArguments> parsePrintArguments(
+    const std::vector<std::string>& arguments, std::string& error);
 
 // Exit code when the output cannot be written (the "cannot create" of the BSD sysexits).
 inline constexpr int kPrintCannotWrite = 73;
