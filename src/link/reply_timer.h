@@ -1,8 +1,9 @@
 #pragma once
 // The reply time-out of a wait for the module: both the start and the clock are read in whole
 // seconds, and the wait has passed once strictly more than the limit lies between them, so a
-// 20-second limit waits more than 20 and at most 21 seconds, whatever the fraction at the start. When the clock wraps at midnight the start
-// moves to the current whole second, so a wait begun shortly before midnight still ends.
+// 20-second limit waits more than 20 and at most 21 seconds, whatever the fraction at the start.
+// When the clock wraps at midnight the start moves to the current whole second, so a wait begun
+// shortly before midnight still ends.
 
 #include "link/transfer.h"
 
