@@ -106,6 +106,8 @@ class MessagesParser {
   bool messageRows() {
     for (int row = 1; row <= m_project.messages.rows(); ++row) {
       if (atEndMark()) return false;
+      // A module with fewer messages than the table: no message record starts with "Q".
+      if (m_reader.peek() == kAckRequestRecord) return true;
       const auto record = m_reader.take();
       if (!record) {
         fail();

@@ -108,6 +108,21 @@ TEST(ParseMessages, BigModuleRecordsBeyondTheTableArePassedOver) {
   EXPECT_EQ(bench.project.filters.cell(1, 1), "filter");
 }
 
+TEST(ParseMessages, SmallModuleImageInABigTableEndsAtTheAckRecord) {
+  ModuleLimits limits;
+  limits.lastMessageIndex = 399;
+  Bench bench(kGerman, limits);
+  bench.project.messages.setCell(3, 4, "stays");
+  const std::string image = "A;" + kP + "@a" + kP + "@b" + kP + "Qx y" + kP + "f" + kP + kEnd;
+  ImageEnv env = bench.env();
+  const MessagesParse parsed = parseMessages(inFirstBox(image), bench.project, env);
+  EXPECT_TRUE(parsed.endMarkSeen);
+  EXPECT_EQ(bench.project.messages.cell(2, 4), "b");
+  EXPECT_EQ(bench.project.messages.cell(3, 4), "stays");
+  EXPECT_EQ(bench.project.ack, (AckRequest{"x", "y"}));
+  EXPECT_EQ(bench.project.filters.cell(1, 1), "f");
+}
+
 TEST(ParsePhoneNumbers, FieldsIntoTheCentreAndTheTable) {
   struct Row {
     const char* name;
