@@ -6,9 +6,9 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <array>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 
 #include "transfer_bench.h"
@@ -117,7 +117,12 @@ class SaveLogger : public ::testing::Test {
 
   static std::string contents(const fs::path& path) {
     std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    std::string text;
+    std::array<char, 4096> buffer{};
+    while (in.read(buffer.data(), buffer.size()) || in.gcount() > 0) {
+      text.append(buffer.data(), static_cast<std::size_t>(in.gcount()));
+    }
+    return text;
   }
   static void write(const fs::path& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
