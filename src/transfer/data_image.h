@@ -83,6 +83,18 @@ struct MessagesImage {
 // field, 182, 253.
 [[nodiscard]] std::string controllerDataImage(const FlagTable& flags);
 
+// The image that a download of `kind` ("M", "T", "P" or "Y") sends, built with the same checks,
+// warnings and write-backs. `refused` when that download would send nothing: the text memory
+// refused the messages, the PIN was refused (with its "Settings" box), or the kind is unknown.
+struct DownloadImage {
+  std::string image;
+  bool refused = false;
+};
+[[nodiscard]] DownloadImage buildDownloadImage(char kind, Project& project, ImageEnv& env,
+                                               int reportedPhoneCount);
+
+inline constexpr const char* kSettingsTitle = "Settings";
+
 // Sendetext and Sendetext2: an image of more than 32000 characters is handed over in two parts.
 struct SendTexts {
   std::string first;

@@ -22,56 +22,43 @@ void finishDownload(TransferContext& context, int result) {
   if (result == kResultVersionConflict) context.showIdentification();
 }
 
-void transfer(TransferContext& context, const TransferJob& job, int& result) {
+// Builds the image of `kind` and, unless the build refused it, shows `statusAfterBuild` (when
+// not empty), sends the image and reports the result. Returns false when nothing was sent.
+bool buildAndSend(TransferContext& context, char kind, const char* label,
+                  const std::string& statusAfterBuild, int& result) {
+  ImageEnv env = context.imageEnv();
+  const int reported =
+      static_cast<int>(field::leadingNumber(context.link.session.identity.phoneCount));
+  const DownloadImage built = buildDownloadImage(kind, context.project, env, reported);
+  if (built.refused) return false;
+  if (!statusAfterBuild.empty()) context.setTransferStatus(statusAfterBuild);
   TransferOutcome outcome;
-  result = SignIn(context.link, job, outcome);
+  result = SignIn(context.link, downloadJob(kind, label, built.image, context.identifierDigits),
+                  outcome);
   finishDownload(context, result);
+  return true;
 }
 
 }  // namespace
 
 void WriteP(TransferContext& context, int& result) {
-  const std::string pin = context.project.pin;
-  if (pinRefused(pin)) {
-    context.dialog().tell(kSettingsTitle, context.texts[slot::kPinRefused], BoxIcon::Exclamation);
-    return;
-  }
-  context.setTransferStatus(kDownloadingPin);
-  transfer(context,
-           downloadJob(kKindConfiguration, kLabelConfiguration, configurationImage(pin),
-                       context.identifierDigits),
-           result);
+  (void)buildAndSend(context, kKindConfiguration, kLabelConfiguration, kDownloadingPin, result);
 }
 
 void DownloadMessages(TransferContext& context, int& result) {
   context.setTransferStatus(context.texts[slot::kDownloadMessagesStatus]);
-  ImageEnv env = context.imageEnv();
-  const MessagesImage built = DoMeldSend(context.project, env);
-  if (built.failed != 0) return;
-  transfer(context,
-           downloadJob(kKindMessages, kLabelMessages, built.image, context.identifierDigits),
-           result);
-  context.processEvents();
+  if (buildAndSend(context, kKindMessages, kLabelMessages, {}, result)) context.processEvents();
 }
 
 void WriteT(TransferContext& context, int& result) {
-  ImageEnv env = context.imageEnv();
-  const int reported =
-      static_cast<int>(field::leadingNumber(context.link.session.identity.phoneCount));
-  const std::string image = DoTelSend(context.project, env, reported);
-  context.setTransferStatus(context.texts[slot::kDownloadPhonesStatus]);
-  transfer(context,
-           downloadJob(kKindPhoneNumbers, kLabelPhoneNumbers, image, context.identifierDigits),
-           result);
+  (void)buildAndSend(context, kKindPhoneNumbers, kLabelPhoneNumbers,
+                     context.texts[slot::kDownloadPhonesStatus], result);
   context.processEvents();
 }
 
 void WriteEasy800(TransferContext& context, int& result) {
   context.setTransferStatus(kDownloading);
-  transfer(context,
-           downloadJob(kKindControllerData, kLabelControllerData,
-                       controllerDataImage(context.project.flags), context.identifierDigits),
-           result);
+  (void)buildAndSend(context, kKindControllerData, kLabelControllerData, {}, result);
 }
 
 void DownloadAll(TransferContext& context, int& result) {

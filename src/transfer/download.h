@@ -7,8 +7,6 @@
 
 namespace quillon {
 
-inline constexpr const char* kSettingsTitle = "Settings";
-
 // Configuration (PIN). A refused PIN shows the "Settings" box and sends nothing.
 void WriteP(TransferContext& context, int& result);
 // Messages, acknowledgement request and filter texts; nothing is sent when the text memory
