@@ -29,6 +29,20 @@ QDialogButtonBox* okCancel(QDialog* box, const UiTexts& texts) {
   return buttons;
 }
 
+// The box takes the focus only once it is shown, and a focus that arrives by tabbing selects the
+// whole text; the cursor belongs after the last character so that typing goes on from there.
+void placeCursorAtEnd(QLineEdit* edit) {
+  edit->setFocus();
+  QMetaObject::invokeMethod(
+      edit,
+      [edit] {
+        edit->setFocus();
+        edit->deselect();
+        edit->end(false);
+      },
+      Qt::QueuedConnection);
+}
+
 }  // namespace
 
 int keyCode(int qtKey, const QString& text) {
@@ -87,10 +101,8 @@ std::string TextEntryBox::run(const std::string& title, const std::string& start
   m_edit->setMaxLength(std::max(maxLength, static_cast<int>(startText.size())));
   m_maxLength = maxLength;
   m_edit->setText(startText);
-  m_edit->setCursorPosition(static_cast<int>(m_edit->text().size()));
-  m_edit->deselect();
   updateLabel();
-  m_edit->setFocus();
+  placeCursorAtEnd(m_edit);
   if (exec() != QDialog::Accepted) return std::string(1, kEntryCancelled);
   return fromQString(m_edit->text());
 }
@@ -123,8 +135,7 @@ bool PhoneEntryBox::eventFilter(QObject* watched, QEvent* event) {
 std::string PhoneEntryBox::run(const std::string& title, const std::string& start) {
   setWindowTitle(toQString(title));
   m_edit->setText(toQString(start));
-  m_edit->setCursorPosition(static_cast<int>(m_edit->text().size()));
-  m_edit->setFocus();
+  placeCursorAtEnd(m_edit);
   if (exec() != QDialog::Accepted) return std::string(1, kEntryCancelled);
   if (m_edit->text().isEmpty()) return std::string(1, kEntryEmptyPhone);
   return fromQString(m_edit->text());
