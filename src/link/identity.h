@@ -2,6 +2,10 @@
 // The module's identity as the identification dialog shows it, decoded from the version reply.
 
 #include <string>
+#include <string_view>
+
+#include "project/project.h"
+#include "project/user_dialog.h"
 
 namespace quillon {
 
@@ -21,5 +25,20 @@ struct DeviceIdentity {
 
   friend bool operator==(const DeviceIdentity&, const DeviceIdentity&) = default;
 };
+
+// The device type this program configures.
+inline constexpr unsigned kTelvaneDeviceType = 3;
+inline constexpr const char* kVersionBoxTitle = "Version";
+
+// The firmware version as shown: the value divided by 100 ("1.23", "1.5", "1"), and the value 2,
+// which the module reports when it cannot read its own version, as "2 (nicht lesbar)".
+[[nodiscard]] std::string FirmwareVersionText(unsigned value);
+
+// Decodes the version reply (hexadecimal fields at fixed positions) into `identity`, sets the
+// highest message index of `limits` and, for the right device, `expectedPhoneCount`, and shows a
+// box titled "Version" for each conflict. Returns the conflicts raised (0 for none). The reply is
+// kept in identity.raw as given.
+[[nodiscard]] int DecodeIdentity(std::string_view reply, DeviceIdentity& identity,
+                                 ModuleLimits& limits, int& expectedPhoneCount, UserDialog& dialog);
 
 }  // namespace quillon

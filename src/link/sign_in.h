@@ -19,7 +19,8 @@ class LinkPort {
   // 0 ok, 1 the port could not be opened.
   [[nodiscard]] virtual int openLinkPort() = 0;
   virtual void closeLinkPort() = 0;
-  // Runs the transfer window modally until the transfer ends; returns what it left behind.
+  // Runs the transfer window modally until the transfer ends; returns what it left behind. Like
+  // the window, it opens the port if it is closed and closes it when the transfer ends.
   [[nodiscard]] virtual TransferOutcome runTransfer(const TransferJob& job) = 0;
   [[nodiscard]] virtual std::string portStatusText() const = 0;
 };
@@ -29,7 +30,7 @@ struct LinkSession {
   bool readyConfirmed = false;  // "Telvane ready ?" answered OK in this run
   bool identityRead = false;    // the identity query completed in this run
   int expectedPhoneCount = 60;
-  DeviceIdentity identity;      // what the identification dialog shows
+  DeviceIdentity identity;  // what the identification dialog shows
 };
 
 struct LinkContext {
@@ -45,7 +46,14 @@ struct LinkContext {
 [[nodiscard]] int SignIn(LinkContext& context, const TransferJob& job, TransferOutcome& outcome);
 
 // The identity query (the identification dialog's "Read version"): reads and decodes the
-// module's identity into context.session.identity, raising conflicts as boxes.
-void ReadIdentity(LinkContext& context);
+// module's identity into context.session.identity, raising conflicts as boxes. Returns the
+// transfer status text it leaves: the title of the version transfer, or "Version conflict".
+std::string ReadIdentity(LinkContext& context);
+
+// The result that the transfer status text left by a transfer stands for: "Cancel" 3,
+// "Timeout" 4, "No connection" 5, "No response" 6, anything else 0.
+[[nodiscard]] int TransferResultForTitle(const std::string& title);
+
+inline constexpr const char* kReadyQuestion = "Telvane ready ?";
 
 }  // namespace quillon

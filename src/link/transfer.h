@@ -59,8 +59,8 @@ inline constexpr std::size_t kReceiveBoxCapacity = 16000;
 
 // What the caller reads back after the window has closed.
 struct TransferOutcome {
-  std::string title;                                 // the final transfer status text
-  std::array<std::string, kReceiveBoxes> received;   // Empfang .. Empfang5
+  std::string title;                                // the final transfer status text
+  std::array<std::string, kReceiveBoxes> received;  // Empfang .. Empfang5
 
   [[nodiscard]] std::string receivedText() const {
     std::string all;
@@ -89,12 +89,16 @@ struct TransferEvent {
     Log,         // traffic to log: prefix = text2, bytes = text
     Busy,        // value 1: busy pointer on, 0: off
     Finished,    // the transfer is over; the window closes
+    StatusText,  // text for the main window's status panel 2 ("Download done")
+    BlockRead,   // a block from the module: lblBlockLes = text, lblBlockChk = text2
   };
   Kind kind;
   std::string text;
   std::string text2;
   int value = 0;
   quillon::Box box;
+
+  friend bool operator==(const TransferEvent&, const TransferEvent&) = default;
 };
 
 class TransferEngine;  // defined in transfer_engine.h

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 
 #include "text/ui_text_slots.h"
 
@@ -32,5 +33,12 @@ class UiTexts {
 
 // The table of one language, for tests and tools; empty for anything but 0 and 1.
 [[nodiscard]] std::array<std::string, kTextSlotCount> uiTextTable(int language);
+
+// Reads a text table in the form of ui_texts.tsv: a header line, then one row per slot,
+// "slot<TAB>english<TAB>german". Within a text \r, \n, \t and \\ stand for CR, LF, TAB and a
+// backslash; everything else, trailing blanks included, is taken as it stands. Rows whose slot
+// is not a number from 0 to 200 are skipped. Empty for anything but English and German.
+[[nodiscard]] std::array<std::string, kTextSlotCount> parseUiTexts(std::string_view table,
+                                                                   int language);
 
 }  // namespace quillon

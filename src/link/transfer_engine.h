@@ -1,0 +1,144 @@
+#pragma once
+// The transfer window's exchange with the module as a state machine. It does no I/O and reads no
+// clock: every entry point takes the time of day, and the driver
+//   - opens the port, then calls start(now);
+//   - hands every received piece to onBytes(bytes, now) as it arrives (pieces may split or merge
+//     replies in any way: the engine parses from its own buffer);
+//   - after every call writes takeOutgoing() to the port, shows takeEvents() in order (boxes
+//     modally) and re-arms one single-shot timer from deadline(), calling onDeadline(now) when it
+//     fires (a deadline at or before now means "at once"; no deadline means "wait for bytes");
+//   - calls cancel(now) for the Cancel button and onLinkLost(now) when the port reports that the
+//     link is gone;
+//   - closes the port once finished() is true and reads outcome().
+//
+// Deadlines are on the axis of the last `now` given and may lie past midnight (86'400'000); a
+// driver computes its timer interval as deadline - now with that same `now`.
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "link/reply_timer.h"
+#include "link/transfer.h"
+#include "link/transfer_messages.h"
+
+namespace quillon {
+
+class TransferEngine {
+ public:
+  TransferEngine(TransferJob job, EngineSettings settings);
+
+  // The window has opened with the port open: "Sign in ..." and the first "??".
+  void start(TimeOfDay now);
+  void onBytes(std::string_view bytes, TimeOfDay now);
+  void onDeadline(TimeOfDay now);
+  // cmdAbbruch: the cancel flag and the status text "Cancel"; the transfer ends at once.
+  void cancel(TimeOfDay now);
+  // The port reported a read, write or resource error: the current wait ends at once as if it
+  // had timed out (during sign-in the box says that the interface is not active).
+  void onLinkLost(TimeOfDay now);
+  // The port layer's current error text, for the sign-in's "Error " box.
+  void setPortErrorText(std::string text) { m_portErrorText = std::move(text); }
+
+  [[nodiscard]] std::optional<TimeOfDay> deadline() const;
+  [[nodiscard]] std::string takeOutgoing();
+  [[nodiscard]] std::vector<TransferEvent> takeEvents();
+  [[nodiscard]] bool finished() const { return m_stage == Stage::Finished; }
+  [[nodiscard]] const TransferOutcome& outcome() const { return m_outcome; }
+  // Kommentar, the window's state text.
+  [[nodiscard]] const std::string& comment() const { return m_comment; }
+  // The window's cancel flag: set by Cancel and by a send that could not go on.
+  [[nodiscard]] bool cancelled() const { return m_cancelled; }
+
+ private:
+  enum class Stage {
+    Idle,
+    SignInReply,       // "??" written, waiting for any answer
+    SignInPause,       // the one-second pause before the answer is judged
+    StartReply,        // the start identifier's acknowledgement
+    StartRepeatReply,  // the acknowledgement of the one repeat of the start identifier
+    BlockReply,        // a block's acknowledgement
+    FinalReply,        // the final confirmation after the last block
+    CountReply,        // the request letter's "letter + 4 hex digits" answer
+    BlockHead,         // a module block up to its end-of-block character or full length
+    BlockTail,         // the two checksum characters after the end-of-block character
+    Finished,
+  };
+
+  void pump(TimeOfDay now);
+  void advanceTime(TimeOfDay now);
+  void timeOut(TimeOfDay now);
+  void expect(Stage stage, TimeOfDay now);
+  [[nodiscard]] char takeByte();
+  [[nodiscard]] int takeAcknowledge();
+
+  // Sign-in.
+  void writeProbe(TimeOfDay now);
+  void judgeSignIn(TimeOfDay now);
+  void signInFailed(int status);
+  // Sending.
+  void beginSending(TimeOfDay now);
+  void onStartReply(int code, TimeOfDay now);
+  void beginDataString(int which, TimeOfDay now);
+  void sendNextBlock(TimeOfDay now);
+  void onBlockReply(int code, TimeOfDay now);
+  void afterDataStrings(TimeOfDay now);
+  void onFinalReply(int code);
+  void finishSending();
+  void cancelSending();
+  // Reading.
+  void beginReading(TimeOfDay now);
+  void onCountByte(char byte, TimeOfDay now);
+  void countDone(unsigned count, TimeOfDay now);
+  void beginBlock(TimeOfDay now);
+  void finishBlock(TimeOfDay now);
+  void deliverBlock(const std::string& data, TimeOfDay now);
+
+  void write(const std::string& bytes, const char* logPrefix);
+  void logRead(const std::string& bytes);
+  void setComment(const std::string& text);
+  void setTitle(const std::string& text);
+  void setProgress(int value);
+  void setBusy(bool busy);
+  void showBox(std::string text, BoxIcon icon = BoxIcon::None);
+  void emit(TransferEvent event) { m_events.push_back(std::move(event)); }
+  void finish();
+
+  TransferJob m_job;
+  EngineSettings m_settings;
+  TransferMessages m_messages;
+  std::string m_portErrorText;
+
+  Stage m_stage = Stage::Idle;
+  ReplyTimer m_replyTimer;
+  std::optional<TimeOfDay> m_pauseStart;
+  bool m_cancelled = false;
+  bool m_busy = false;
+  int m_progress = -1;
+  std::string m_comment;
+
+  std::string m_input;     // received, not yet taken by the protocol
+  std::string m_outgoing;  // to be written
+  std::vector<TransferEvent> m_events;
+
+  int m_signInRound = 0;
+  // Sending.
+  int m_dataString = 0;  // 1 Sendetext, 2 Sendetext2
+  std::string m_rest;    // what is still to be sent of the current data string
+  std::string m_block;   // the last block sent, checksum included, for a repeat
+  std::size_t m_dataLength = 0;
+  std::size_t m_sent = 0;
+  int m_failures = 0;
+  // Reading.
+  std::string m_collected;       // the count reply, or the block being read
+  std::size_t m_headLength = 0;  // where the checksum characters of a block begin
+  unsigned m_count = 0;
+  std::size_t m_received = 0;
+  int m_box = 0;
+
+  TransferOutcome m_outcome;
+};
+
+}  // namespace quillon

@@ -1,0 +1,98 @@
+#include "text/umlaut_file.h"
+
+#include <fstream>
+#include <system_error>
+
+namespace quillon {
+namespace {
+
+constexpr char kLineTag = 'U';
+constexpr char kSeparator = ';';
+
+std::string_view takeCell(std::string_view& rest) {
+  std::size_t end = rest.find(kSeparator);
+  std::string_view cell = rest.substr(0, end);
+  rest = end == std::string_view::npos ? std::string_view{} : rest.substr(end + 1);
+  return cell;
+}
+
+void appendRows(std::string_view cells, UmlautRows& rows) {
+  // With a separator behind the last cell every complete row is "x;y;": at least 4 characters.
+  std::string text(cells);
+  text += kSeparator;
+  std::string_view rest = text;
+  while (rest.size() >= 4) {
+    std::string left(takeCell(rest));
+    std::string right;
+    if (rest.starts_with(";;")) {
+      right = ";";
+      rest.remove_prefix(2);
+    } else {
+      right = takeCell(rest);
+    }
+    rows.emplace_back(std::move(left), std::move(right));
+  }
+}
+
+}  // namespace
+
+std::filesystem::path defaultUmlautPath() {
+#ifdef _WIN32
+  return std::filesystem::path("C:\\temp\\Umlaut.ini");
+#else
+  std::error_code error;
+  std::filesystem::path folder = std::filesystem::temp_directory_path(error);
+  if (error) folder = "/tmp";
+  return folder / "Umlaut.ini";
+#endif
+}
+
+UmlautFile loadUmlautFile(const std::filesystem::path& path, UserDialog& dialog) {
+  std::ifstream in(path, std::ios::binary);
+  if (!in) return {UmlautFileStatus::CannotOpen, {}};
+
+  UmlautFile result;
+  std::string line;
+  while (std::getline(in, line)) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    if (line.empty() || line.front() != kLineTag) {
+      dialog.tell(kMainTitle, kUninterpretableLine, BoxIcon::Exclamation);
+      continue;
+    }
+    appendRows(std::string_view(line).substr(1), result.rows);
+  }
+  return result;
+}
+
+std::string umlautLine(const UmlautRows& rows) {
+  std::string cells;
+  for (const auto& [character, substitute] : rows) {
+    cells += character;
+    cells += kSeparator;
+    cells += substitute;
+    cells += kSeparator;
+  }
+  if (!cells.empty()) cells.pop_back();
+  return kLineTag + cells;
+}
+
+UmlautFileStatus saveUmlautFile(const std::filesystem::path& path, const UmlautRows& rows) {
+  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  if (!out) return UmlautFileStatus::CannotOpen;
+  out << umlautLine(rows) << "\r\n";
+  out.close();
+  return out ? UmlautFileStatus::Ok : UmlautFileStatus::CannotWrite;
+}
+
+std::optional<char> substituteFromDigits(std::string_view digits) {
+  if (digits.size() != 3) return std::nullopt;
+  int code = 0;
+  for (char d : digits) {
+    if (d < '0' || d > '9') return std::nullopt;
+    code = code * 10 + (d - '0');
+  }
+  if (code > 255) return std::nullopt;
+  return static_cast<char>(static_cast<unsigned char>(code));
+}
+
+}  // namespace quillon

@@ -1,0 +1,199 @@
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <utility>
+
+#include "link/sign_in.h"
+#include "scripted_dialog.h"
+
+namespace quillon::testing {
+namespace {
+
+class FakePort : public LinkPort {
+ public:
+  int openLinkPort() override { return openResult; }
+  void closeLinkPort() override { ++closes; }
+  TransferOutcome runTransfer(const TransferJob& job) override {
+    jobs.push_back(job);
+    if (outcomes.empty()) return TransferOutcome{job.title, {}};
+    TransferOutcome next = outcomes.front();
+    outcomes.pop_front();
+    return next;
+  }
+  std::string portStatusText() const override { return "COM 1,9600, N ,8 ,1 active"; }
+
+  int openResult = 0;
+  int closes = 0;
+  std::deque<TransferOutcome> outcomes;
+  std::vector<TransferJob> jobs;
+};
+
+class RecordingStatus : public StatusDisplay {
+ public:
+  void setStatus(StatusPanel panel, const std::string& text) override {
+    texts.emplace_back(static_cast<int>(panel), text);
+  }
+  std::vector<std::pair<int, std::string>> texts;
+};
+
+TransferOutcome left(std::string title, std::string received = {}) {
+  TransferOutcome outcome;
+  outcome.title = std::move(title);
+  outcome.received[0] = std::move(received);
+  return outcome;
+}
+
+const std::string kTelvaneReply = "007B090300003E\xFD";
+const Box kReadyBox{"Kestrix", "Telvane ready ?", BoxIcon::Question, BoxButtons::OkCancel,
+                    BoxAnswer::Ok};
+
+class SignInTest : public ::testing::Test {
+ protected:
+  int signIn(TransferOutcome& outcome) { return SignIn(m_context, m_job, outcome); }
+  int signIn() {
+    TransferOutcome outcome;
+    return signIn(outcome);
+  }
+
+  FakePort m_port;
+  ScriptedDialog m_dialog;
+  RecordingStatus m_status;
+  ModuleLimits m_limits;
+  LinkSession m_session;
+  LinkContext m_context{m_port, m_dialog, m_status, m_limits, m_session};
+  TransferJob m_job{"Download active", "Messages", "AB", "", "M0002", '\0'};
+};
+
+TEST_F(SignInTest, FirstRunAsksOnceReadsTheIdentityOnceThenRunsTheJob) {
+  m_port.outcomes = {left("Upload active", kTelvaneReply), left("Download active")};
+  TransferOutcome outcome;
+  EXPECT_EQ(signIn(outcome), 0);
+  ASSERT_EQ(m_dialog.boxes, std::vector<Box>{kReadyBox});
+  ASSERT_EQ(m_port.jobs.size(), 2U);
+  EXPECT_EQ(m_port.jobs[0].title, "Upload active");
+  EXPECT_EQ(m_port.jobs[0].contentLabel, "Version");
+  EXPECT_EQ(m_port.jobs[0].requestLetter, 'v');
+  EXPECT_EQ(m_port.jobs[1].startIdentifier, "M0002");
+  EXPECT_EQ(m_status.texts, (std::vector<std::pair<int, std::string>>{
+                                {2, "Version lesen ..."},
+                                {2, "Upload active"},
+                                {2, " Version-Lesen erfolgreich"},
+                                {2, "Download active"},
+                                {2, "OK"},
+                                {1, "COM 1,9600, N ,8 ,1 active"},
+                            }));
+  EXPECT_TRUE(m_session.identityRead);
+  EXPECT_EQ(m_session.identity.version, "1.23");
+  EXPECT_EQ(m_session.identity.unit, " Telvane");
+
+  // Later transfers of the same run go straight to the job.
+  EXPECT_EQ(signIn(), 0);
+  EXPECT_EQ(m_dialog.boxes.size(), 1U);
+  ASSERT_EQ(m_port.jobs.size(), 3U);
+  EXPECT_EQ(m_port.jobs[2].title, "Download active");
+}
+
+TEST_F(SignInTest, DeclinedReadyQuestionRunsNothingAndIsAskedAgain) {
+  m_dialog.answer(BoxAnswer::Cancel);
+  EXPECT_EQ(signIn(), 2);
+  EXPECT_TRUE(m_port.jobs.empty());
+  EXPECT_EQ(m_port.closes, 1);
+  EXPECT_FALSE(m_session.readyConfirmed);
+
+  m_port.outcomes = {left("Upload active", kTelvaneReply), left("Download active")};
+  EXPECT_EQ(signIn(), 0);
+  EXPECT_EQ(m_dialog.boxes, (std::vector<Box>{kReadyBox, kReadyBox}));
+}
+
+TEST_F(SignInTest, PortThatCannotBeOpenedAsksNothing) {
+  m_port.openResult = 1;
+  EXPECT_EQ(signIn(), 1);
+  EXPECT_TRUE(m_dialog.boxes.empty());
+  EXPECT_TRUE(m_port.jobs.empty());
+}
+
+TEST_F(SignInTest, VersionConflictStopsBeforeTheJob) {
+  m_port.outcomes = {left("Upload active", "007B090100003E\xFD")};
+  TransferOutcome outcome;
+  EXPECT_EQ(signIn(outcome), 7);
+  EXPECT_EQ(outcome.title, "Version conflict");
+  EXPECT_EQ(m_port.jobs.size(), 1U);
+  EXPECT_EQ(m_dialog.texts(),
+            (std::vector<std::string>{"Telvane ready ?",
+                                      "Kestrix ist auf falsches Ger\xE4t eingestellt"}));
+  EXPECT_EQ(m_session.identity.conflicts, 1);
+  // The query did complete, so the next transfer of this run does not read the identity again.
+  EXPECT_TRUE(m_session.identityRead);
+  EXPECT_EQ(signIn(), 0);
+  EXPECT_EQ(m_port.jobs.size(), 2U);
+}
+
+TEST_F(SignInTest, RefusedVersionRequestReadsAsWrongDevice) {
+  m_port.outcomes = {left("Upload active")};
+  EXPECT_EQ(signIn(), 7);
+  EXPECT_EQ(m_session.identity.bus, " Kein Bus");
+  EXPECT_EQ(m_session.identity.version, "0");
+}
+
+TEST_F(SignInTest, FourHundredMessageModuleRaisesTheLimit) {
+  m_port.outcomes = {left("Upload active", "007B090301003E\xFD"), left("Download active")};
+  EXPECT_EQ(signIn(), 0);
+  EXPECT_EQ(m_limits.lastMessageIndex, 399);
+}
+
+struct QueryEndRow {
+  const char* name;
+  std::string title;
+  int result;
+  std::size_t jobsRun;
+  bool identityRead;
+};
+
+class IdentityQueryEnd : public SignInTest, public ::testing::WithParamInterface<QueryEndRow> {};
+
+TEST_P(IdentityQueryEnd, MapsToAResultOrGoesOn) {
+  const auto& row = GetParam();
+  m_port.outcomes = {left(row.title), left("Download active")};
+  TransferOutcome outcome;
+  EXPECT_EQ(signIn(outcome), row.result);
+  EXPECT_EQ(m_port.jobs.size(), row.jobsRun);
+  EXPECT_EQ(m_session.identityRead, row.identityRead);
+  EXPECT_FALSE(m_session.identity.holdsData);
+  if (row.jobsRun == 1) {
+    EXPECT_EQ(outcome.title, row.title);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, IdentityQueryEnd,
+    ::testing::Values(QueryEndRow{"cancel", "Cancel", 3, 1, false},
+                      QueryEndRow{"timeout", "Timeout", 4, 1, false},
+                      QueryEndRow{"noConnection", "No connection", 5, 1, false},
+                      // Not among the endings that stop a sign-in: the job still runs.
+                      QueryEndRow{"noResponse", "No response", 0, 2, false}),
+    [](const auto& p) { return std::string(p.param.name); });
+
+struct TitleRow {
+  std::string title;
+  int result;
+};
+
+TEST(TransferResultForTitle, MapsTheFinalStatusText) {
+  for (const auto& [title, result] :
+       {TitleRow{"Cancel", 3}, TitleRow{"Timeout", 4}, TitleRow{"No connection", 5},
+        TitleRow{"No response", 6}, TitleRow{"Download active", 0}, TitleRow{"Upload active", 0},
+        TitleRow{"Version conflict", 0}, TitleRow{"", 0}}) {
+    EXPECT_EQ(TransferResultForTitle(title), result) << title;
+  }
+}
+
+TEST_F(SignInTest, FailedJobLeavesThePanelsAlone) {
+  m_session.readyConfirmed = true;
+  m_session.identityRead = true;
+  m_port.outcomes = {left("No response")};
+  EXPECT_EQ(signIn(), 6);
+  EXPECT_EQ(m_status.texts, (std::vector<std::pair<int, std::string>>{{2, "Download active"}}));
+}
+
+}  // namespace
+}  // namespace quillon::testing
