@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include "link/sign_in.h"
+#include "link/traffic_log.h"
 #include "project/project.h"
 #include "text/ui_texts.h"
 
@@ -23,6 +24,8 @@ struct AppState {
   QString workDir;   // "MyDir"
   int portNumber = 1;
   LinkSession session;
+  // Open from "tbLog" until the program ends; every port write and read goes into it.
+  TrafficLog trafficLog;
   QStringList recentFiles;  // most recent first, at most four
 
   // A text of the current language by slot, converted for Qt.

@@ -49,12 +49,9 @@ class DeviceCommands {
   virtual void identifyDevice() = 0;          // mnuConfigVersion
   virtual void readLogger() = 0;              // MenuHelpMonitor
   virtual void printTables() = 0;             // MenuFilePrint, "tbPrint"
-  // "tbLog": opens the traffic log; true when it is open, and the button then hides itself.
-  [[nodiscard]] virtual bool openTrafficLog() = 0;
   // Status-bar panel 1 at start-up (Windows-1252).
   [[nodiscard]] virtual std::string portStatusText() const = 0;
-  virtual void closePort() = 0;        // shut-down, after the close question
-  virtual void closeTrafficLog() = 0;  // shut-down, after the save prompt
+  virtual void closePort() = 0;  // shut-down, after the close question
 };
 
 using DeviceCommandsFactory = std::function<std::unique_ptr<DeviceCommands>(AppShell&)>;
@@ -80,13 +77,8 @@ class UnavailableDeviceCommands : public DeviceCommands {
   void identifyDevice() override { unavailable(); }
   void readLogger() override { unavailable(); }
   void printTables() override { unavailable(); }
-  [[nodiscard]] bool openTrafficLog() override {
-    unavailable();
-    return false;
-  }
   [[nodiscard]] std::string portStatusText() const override;
   void closePort() override {}
-  void closeTrafficLog() override {}
 
  private:
   void unavailable();

@@ -14,6 +14,7 @@
 #include <QScreen>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <filesystem>
 
 #include "app/about_dialog.h"
 #include "app/flag_page_widget.h"
@@ -137,7 +138,7 @@ void Anfang::closeEvent(QCloseEvent* event) {
   }
   m_devices->closePort();
   askChanged();
-  m_devices->closeTrafficLog();
+  m_state.trafficLog.close();
   if (!(windowState() & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen))) {
     const double dpi = screenDpi(this);
     writePlacement(*m_settings, {pixelsToTwips(x(), dpi), pixelsToTwips(y(), dpi),
@@ -252,9 +253,26 @@ void Anfang::toolbarClicked(const QString& key) {
   if (key == "tbClear") clearCurrentTable();
   if (key == "tbHelp") runHelp("HXB27.hlp");
   if (key == "tbEnd") close();
-  if (key == "tbLog" && m_devices->openTrafficLog()) {
-    if (QAction* log = m_toolbar->findChild<QAction*>("tbLog")) log->setVisible(false);
+  if (key == "tbLog") openTrafficLog();
+}
+
+void Anfang::openTrafficLog() {
+  const QDateTime now = QDateTime::currentDateTime();
+  const std::string name =
+      TrafficLogFileName(now.date().year(), now.date().month(), now.date().day(),
+                         now.time().msecsSinceStartOfDay() / 1000);
+  const QString directory = QDir::currentPath();
+  if (!m_state.trafficLog.open(std::filesystem::path(directory.toStdU16String()), name)) {
+    m_dialog->tell(kMainTitle,
+                   (m_state.texts.german() ? "Die Logdatei kann nicht angelegt werden: "
+                                           : "The log file cannot be created: ") +
+                       fromQString(QDir(directory).filePath(toQString(name))),
+                   BoxIcon::Exclamation);
+    return;
   }
+  // Logging lasts until the program ends, so the button that started it goes away.
+  if (QAction* log = m_toolbar->findChild<QAction*>("tbLog")) log->setVisible(false);
+  m_dialog->tell("", TrafficLogOpenedText(name, fromQString(QDir::toNativeSeparators(directory))));
 }
 
 QTableView* Anfang::buildTable(TableKind kind, ProjectTableModel* model, const char* name) {

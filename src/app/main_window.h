@@ -102,6 +102,7 @@ class Anfang : public QMainWindow, public AppShell {
   void recordRecent(const QString& path);
   void refreshRecentMenu();
   void runHelp(const QString& file);
+  void openTrafficLog();
   void showAbout();
   void printerSetUp();
   void edited();

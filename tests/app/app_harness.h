@@ -61,16 +61,10 @@ class RecordingDevices : public DeviceCommands {
   void identifyDevice() override { calls << "identifyDevice"; }
   void readLogger() override { calls << "readLogger"; }
   void printTables() override { calls << "printTables"; }
-  bool openTrafficLog() override {
-    calls << "openTrafficLog";
-    return logOpens;
-  }
   std::string portStatusText() const override { return "COM 3,9600, N ,8 ,1 not active"; }
   void closePort() override { calls << "closePort"; }
-  void closeTrafficLog() override { calls << "closeTrafficLog"; }
 
   QStringList calls;
-  bool logOpens = true;
 };
 
 struct Harness {

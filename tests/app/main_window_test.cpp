@@ -65,14 +65,14 @@ void MainWindowTest::closeSequence_data() {
 
   QTest::newRow("normalWindowSavesPlacement")
       << false << false << QList<BoxAnswer>{BoxAnswer::Ok} << true
-      << QStringList{"Really terminate?"} << QStringList{"closePort", "closeTrafficLog"} << "9000";
+      << QStringList{"Really terminate?"} << QStringList{"closePort"} << "9000";
   QTest::newRow("maximizedKeepsSavedPlacement")
       << true << false << QList<BoxAnswer>{BoxAnswer::Ok} << true
-      << QStringList{"Really terminate?"} << QStringList{"closePort", "closeTrafficLog"} << "7777";
+      << QStringList{"Really terminate?"} << QStringList{"closePort"} << "7777";
   QTest::newRow("changedDataAskedAfterPortClosed")
       << false << true << QList<BoxAnswer>{BoxAnswer::Ok, BoxAnswer::No} << true
-      << QStringList{"Really terminate?", "Data changed. Save?"}
-      << QStringList{"closePort", "closeTrafficLog"} << "9000";
+      << QStringList{"Really terminate?", "Data changed. Save?"} << QStringList{"closePort"}
+      << "9000";
   QTest::newRow("cancelKeepsRunning")
       << false << true << QList<BoxAnswer>{BoxAnswer::Cancel} << false
       << QStringList{"Really terminate?"} << QStringList{} << "7777";
@@ -258,14 +258,21 @@ void MainWindowTest::commandsReachTheDevice() {
 
 void MainWindowTest::logButtonHidesItself() {
   Harness h;
-  h.devices->logOpens = false;
+  const QString startDir = QDir::currentPath();
+  QDir::setCurrent(h.dir.path());
   auto* log = h.window->findChild<QAction*>("tbLog");
   log->trigger();
-  QVERIFY(log->isVisible());
-  h.devices->logOpens = true;
-  log->trigger();
+  QDir::setCurrent(startDir);
+
   QVERIFY(!log->isVisible());
-  QCOMPARE(h.devices->calls, (QStringList{"openTrafficLog", "openTrafficLog"}));
+  QVERIFY(h.window->state().trafficLog.isOpen());
+  const QStringList logs = QDir(h.dir.path()).entryList({"*.LOG"});
+  QCOMPARE(logs.size(), 1);
+  QVERIFY(QRegularExpression("^\\d{4}_\\d\\d_\\d\\d\\d{1,5}\\.LOG$").match(logs[0]).hasMatch());
+  const std::string expected =
+      "Log file " + logs[0].toStdString() + "  in directory:\r" + h.dir.path().toStdString();
+  QCOMPARE(h.dialog.texts(), std::vector<std::string>{expected});
+  QCOMPARE(h.dialog.boxes[0].title, std::string());
 }
 
 void MainWindowTest::helpViewerMissingIsReported() {
