@@ -19,8 +19,10 @@ QString labelStyle(FlagColour colour, bool selected, bool reception) {
       .arg(rgb.red)
       .arg(rgb.green)
       .arg(rgb.blue)
-      .arg(reception ? "#1f7a3a" : "black")
-      .arg(selected ? "3px solid #2f6fc0" : "1px solid #8a8a8a");
+      .arg(reception ? "#1f7a3a; font-weight: bold" : "black")
+      .arg(selected    ? "3px solid #2f6fc0"
+           : reception ? "2px solid #1f7a3a"
+                       : "1px solid #8a8a8a");
 }
 
 }  // namespace
@@ -83,9 +85,13 @@ FlagPageWidget::FlagPageWidget(AppState& state, UserDialog& dialog, QWidget* par
   auto* flagsBox = new QGroupBox(this);
   flagsBox->setObjectName("FrameReg0");
   auto* flagsLayout = new QVBoxLayout(flagsBox);
+  m_legend = new QLabel(flagsBox);
+  m_legend->setObjectName("lblLegende");
   flagsLayout->addWidget(m_caption);
   flagsLayout->addLayout(grid);
+  flagsLayout->addWidget(m_legend);
   flagsLayout->addWidget(m_hint);
+  flagsLayout->addStretch();
   m_hint->setWordWrap(true);
 
   QFont big = m_number->font();
@@ -223,6 +229,9 @@ void FlagPageWidget::refresh() {
 void FlagPageWidget::applyTexts() {
   m_caption->setText(m_state.text(slot::kActiveFlagsYellow));
   m_hint->setText(m_state.text(slot::kFlagPageHint));
+  m_legend->setText(
+      QStringLiteral("<span style=\"color:#1f7a3a;font-weight:bold\">&#9632;</span> ") +
+      m_state.text(slot::kReceptionFlag).toHtmlEscaped());
   m_messageCaption->setText(m_state.text(slot::kMessageNumber));
   m_phoneCaption->setText(m_state.text(slot::kPhoneNumber));
   m_set->setText(m_state.text(slot::kSetAsSmsFlag));

@@ -62,6 +62,7 @@ class FlagPageWidget : public QWidget {
   std::array<FlagLabel*, kFlagCount> m_labels{};
   QLabel* m_caption;
   QLabel* m_hint;
+  QLabel* m_legend = nullptr;
   QLabel* m_number;
   QLabel* m_messageCaption;
   QLabel* m_phoneCaption;

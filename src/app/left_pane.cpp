@@ -18,6 +18,8 @@ LeftPane::LeftPane(QWidget* parent)
   setObjectName("picLeft");
   m_drives->setObjectName("drvLaufwerk");
   m_caption->setObjectName("lblDatei");
+  // A long path must not widen the pane; the full path is in the tooltip.
+  m_caption->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   m_split->setObjectName("imgQuer");
   m_dirs->setObjectName("dirVerzeichnis");
   m_files->setObjectName("filDateien");
@@ -51,11 +53,47 @@ LeftPane::LeftPane(QWidget* parent)
   layout->addWidget(m_caption);
   layout->addWidget(m_split, 1);
 
+  // The model reads folders in the background; show the current one once it is there.
+  // The model reads folders in the background; show the current one once its parents are there.
+  connect(m_dirModel, &QFileSystemModel::directoryLoaded, this, &LeftPane::showCurrentFolder);
+  // The model sorts a folder after loading it, which moves the rows under the view again.
+  connect(m_dirModel, &QFileSystemModel::layoutChanged, this, &LeftPane::showCurrentFolder,
+          Qt::QueuedConnection);
   connect(m_drives, &QComboBox::activated, this, &LeftPane::driveChosen);
-  connect(m_dirs, &QTreeView::clicked, this,
-          [this](const QModelIndex& index) { setDirectory(m_dirModel->filePath(index)); });
+  m_dirs->viewport()->installEventFilter(this);
+  connect(m_dirs, &QTreeView::clicked, this, [this](const QModelIndex& index) {
+    setDirectory(m_dirModel->filePath(index));
+    m_follow = false;
+  });
   connect(m_files, &QListView::doubleClicked, this,
           [this](const QModelIndex& index) { emit fileActivated(m_fileModel->filePath(index)); });
+}
+
+bool LeftPane::eventFilter(QObject* watched, QEvent* event) {
+  // Once the user works in the tree, it stays where the user puts it.
+  if (watched == m_dirs->viewport() &&
+      (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::Wheel)) {
+    m_follow = false;
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void LeftPane::showCurrentFolder() {
+  if (!m_follow) return;
+  const QModelIndex current = m_dirModel->index(m_directory);
+  if (!current.isValid()) return;
+  for (QModelIndex folder = current.parent(); folder.isValid(); folder = folder.parent()) {
+    if (m_dirModel->canFetchMore(folder)) m_dirModel->fetchMore(folder);
+    m_dirs->expand(folder);
+  }
+  m_dirs->setCurrentIndex(current);
+  m_dirs->scrollTo(current, QAbstractItemView::PositionAtCenter);
+}
+
+void LeftPane::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  // Scrolling needs the view's final size, which it only has once the window is laid out.
+  QMetaObject::invokeMethod(this, &LeftPane::showCurrentFolder, Qt::QueuedConnection);
 }
 
 void LeftPane::driveChosen(int index) { setDirectory(m_drives->itemData(index).toString()); }
@@ -63,6 +101,7 @@ void LeftPane::driveChosen(int index) { setDirectory(m_drives->itemData(index).t
 void LeftPane::setDirectory(const QString& path) {
   const QString folder = QDir(path).absolutePath();
   m_directory = folder;
+  m_follow = true;
   // The drive whose root is the longest prefix of the folder.
   int best = -1;
   qsizetype bestLength = -1;
@@ -74,16 +113,16 @@ void LeftPane::setDirectory(const QString& path) {
     }
   }
   if (best >= 0) m_drives->setCurrentIndex(best);
-  const QModelIndex dirIndex = m_dirModel->index(folder);
-  m_dirs->setCurrentIndex(dirIndex);
-  m_dirs->scrollTo(dirIndex);
-  m_dirs->expand(dirIndex);
+  showCurrentFolder();
   m_files->setRootIndex(m_fileModel->setRootPath(folder));
+  m_caption->setText(QDir::toNativeSeparators(folder));
+  m_caption->setToolTip(m_caption->text());
 }
 
-void LeftPane::setCaptions(const QString& drive, const QString& files) {
+void LeftPane::setCaptions(const QString& drive, const QString& directory, const QString& files) {
   m_drives->setToolTip(drive);
-  m_caption->setText(files);
+  m_dirs->setToolTip(directory);
+  m_files->setToolTip(files);
 }
 
 }  // namespace quillon::app

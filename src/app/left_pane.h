@@ -22,13 +22,18 @@ class LeftPane : public QWidget {
   [[nodiscard]] QString directory() const { return m_directory; }
   // Follows a folder: drive, directory list and file list.
   void setDirectory(const QString& path);
-  void setCaptions(const QString& drive, const QString& files);
+  void setCaptions(const QString& drive, const QString& directory, const QString& files);
 
  signals:
   void fileActivated(const QString& path);
 
+ protected:
+  void showEvent(QShowEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void driveChosen(int index);
+  void showCurrentFolder();
   QComboBox* m_drives;
   QLabel* m_caption;
   QSplitter* m_split;
@@ -37,6 +42,7 @@ class LeftPane : public QWidget {
   QTreeView* m_dirs;
   QListView* m_files;
   QString m_directory;
+  bool m_follow = true;  // keep scrolling the tree to the current folder while it loads
 };
 
 }  // namespace quillon::app

@@ -554,7 +554,8 @@ void Anfang::applyCaptions() {
     m_pages->setTabText(i, m_state.text(pageSlots[static_cast<std::size_t>(i)]));
   }
   for (ProjectTableModel* model : m_models) model->headersChanged();
-  m_leftPane->setCaptions(m_state.text(slot::kDrive), m_state.text(slot::kFiles));
+  m_leftPane->setCaptions(m_state.text(slot::kDrive), m_state.text(slot::kDirectory),
+                          m_state.text(slot::kFiles));
   m_flagPage->applyTexts();
   m_flagPicture->setPixmap(languageFlag(m_state.language, 18));
   for (const char* name : {"mnuLangEnglish", "mnuLangGerman"}) {
