@@ -1,6 +1,7 @@
 #include "app/left_pane.h"
 
 #include <QDir>
+#include <QEvent>
 #include <QStorageInfo>
 #include <QVBoxLayout>
 
