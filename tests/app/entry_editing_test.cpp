@@ -1,6 +1,8 @@
 // Editing the tables through the real views and the real entry boxes.
 
+#include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableView>
@@ -22,6 +24,8 @@ class EntryEditingTest : public QObject {
   void entryBoxWritesCell_data();
   void entryBoxWritesCell();
   void markColumnToggles();
+  void previewMarksWhatArrivesDifferently();
+  void gaugeFollowsEdits();
 };
 
 namespace {
@@ -166,6 +170,44 @@ void EntryEditingTest::markColumnToggles() {
   }
   QVERIFY(!opened);
   QVERIFY(project.changed);
+}
+
+void EntryEditingTest::previewMarksWhatArrivesDifferently() {
+  Harness h;
+  QTableView* view = showPage(h, pageOf("MeldTabelle"));
+  const QModelIndex cell = view->model()->index(0, 3);
+  QString preview;
+  QString count;
+  ModalAnswer answer([&](QDialog* dialog) {
+    // Umlauts and sharp s have GSM codes of their own; "@" arrives as an inverted exclamation.
+    typeText(dialog->findChild<QLineEdit*>(), QString::fromUtf8("Grüße @"));
+    preview = dialog->findChild<QLabel*>("lblVorschau")->text();
+    count = dialog->findChild<QLabel*>("lblAnzahl")->text();
+    dialog->reject();
+  });
+  doubleClick(view->viewport(), view->visualRect(cell).center());
+  QVERIFY(answer.ran);
+  QVERIFY2(preview.contains(QString::fromUtf8("7: @ \u2192 \u00A1")), qPrintable(preview));
+  QVERIFY2(!preview.contains("3:") && !preview.contains("4:"), qPrintable(preview));
+  QCOMPARE(count, QString("Characters left: 153   (7 / 160)"));
+}
+
+void EntryEditingTest::gaugeFollowsEdits() {
+  Harness h;
+  auto* gauge = h.window->findChild<QProgressBar*>("sbrStatusGauge");
+  // Header 3, 100 empty message records of 2, the acknowledgement record 3, 10 empty filter
+  // records of 1, the end mark 1.
+  QCOMPARE(gauge->value(), 217);
+  QCOMPARE(gauge->maximum(), 22272);
+  QTableView* view = showPage(h, pageOf("MeldTabelle"));
+  view->setCurrentIndex(view->model()->index(9, 3));
+  ModalAnswer answer([](QDialog* dialog) {
+    typeText(dialog->findChild<QLineEdit*>(), "allo");
+    dialog->accept();
+  });
+  QTest::keyClick(view, 'H');
+  QVERIFY(answer.ran);
+  QCOMPARE(gauge->value(), 222);
 }
 
 QTEST_MAIN(EntryEditingTest)
