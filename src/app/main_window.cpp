@@ -31,15 +31,6 @@ namespace quillon::app {
 namespace {
 
 constexpr int kClockInterval = 999;  // ms
-// The splitters keep both sides at least this wide (twips).
-constexpr double kMinimumPaneTwips = 1500;
-
-double screenDpi(const QWidget* widget) {
-  const QScreen* screen = widget->screen() ? widget->screen() : QGuiApplication::primaryScreen();
-  return screen ? screen->logicalDotsPerInch() : 96.0;
-}
-
-std::size_t tableIndex(TableKind kind) { return static_cast<std::size_t>(kind); }
 
 }  // namespace
 
@@ -161,10 +152,8 @@ ProjectTableModel* Anfang::model(TableKind kind) const { return m_models[tableIn
 
 void Anfang::buildMenus() {
   QMenuBar* bar = menuBar();
-  auto addMenu = [this](QMenu* parentMenu, QMenuBar* parentBar, const char* name) {
-    QMenu* menu = parentMenu ? parentMenu->addMenu(QString()) : parentBar->addMenu(QString());
+  auto named = [](QMenu* menu, const char* name) {
     menu->setObjectName(name);
-    menu->menuAction()->setObjectName(QString(name) + "Action");
     return menu;
   };
   auto addAction = [this](QMenu* menu, const char* name, auto slotFunction) {
@@ -174,7 +163,7 @@ void Anfang::buildMenus() {
     return action;
   };
 
-  QMenu* file = addMenu(nullptr, bar, "MenuFile");
+  QMenu* file = named(bar->addMenu(QString()), "MenuFile");
   addAction(file, "MenuFileNew", &Anfang::fileNew);
   addAction(file, "MenuFileOpen", &Anfang::fileOpen);
   addAction(file, "MenuFileSave", &Anfang::fileSave);
@@ -192,22 +181,22 @@ void Anfang::buildMenus() {
   file->addSeparator();
   addAction(file, "MenuFileIns13", [this] { close(); });
 
-  QMenu* connection = addMenu(nullptr, bar, "MenuConnect");
+  QMenu* connection = named(bar->addMenu(QString()), "MenuConnect");
   addAction(connection, "MenuConnDownAll", [this] { m_devices->downloadAll(); });
   addAction(connection, "MenuConnUpAll", [this] { m_devices->uploadAll(); });
 
-  QMenu* config = addMenu(nullptr, bar, "MenuConfig");
+  QMenu* config = named(bar->addMenu(QString()), "MenuConfig");
   addAction(config, "MenuConfigCom", [this] { m_devices->portSettings(); });
   addAction(config, "MenuConfigSMSC", [this] { m_devices->smsCentreList(); });
   addAction(config, "mnuConfigVersion", [this] { m_devices->identifyDevice(); });
 
-  QMenu* options = addMenu(nullptr, bar, "mnuOptions");
-  QMenu* language = addMenu(options, nullptr, "mnuSprache");
+  QMenu* options = named(bar->addMenu(QString()), "mnuOptions");
+  QMenu* language = named(options->addMenu(QString()), "mnuSprache");
   addAction(language, "mnuLangEnglish", [this] { chooseLanguage(kEnglish); });
   addAction(language, "mnuLangGerman", [this] { chooseLanguage(kGerman); });
   addAction(language, "mnuLangFrench", [this] { chooseLanguage(kFrench); });
 
-  QMenu* help = addMenu(nullptr, bar, "MenuHelp");
+  QMenu* help = named(bar->addMenu(QString()), "MenuHelp");
   addAction(help, "MenuHelpFirst", [this] { runHelp("FIRSTSTEP.hlp"); });
   addAction(help, "MenuHelpManual", [this] { runHelp("HXB27.hlp"); });
   addAction(help, "MenuHelpMonitor", [this] { m_devices->readLogger(); });
@@ -273,306 +262,6 @@ void Anfang::openTrafficLog() {
   // Logging lasts until the program ends, so the button that started it goes away.
   if (QAction* log = m_toolbar->findChild<QAction*>("tbLog")) log->setVisible(false);
   m_dialog->tell("", TrafficLogOpenedText(name, fromQString(QDir::toNativeSeparators(directory))));
-}
-
-QTableView* Anfang::buildTable(TableKind kind, ProjectTableModel* model, const char* name) {
-  auto* view = new QTableView(this);
-  view->setObjectName(name);
-  view->setModel(model);
-  view->setSelectionMode(QAbstractItemView::SingleSelection);
-  view->setSelectionBehavior(QAbstractItemView::SelectItems);
-  view->setAlternatingRowColors(true);
-  view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 6);
-  view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  view->horizontalHeader()->setStretchLastSection(true);
-  view->setWordWrap(false);
-  m_views[tableIndex(kind)] = view;
-  auto* editor = new TableEditor(view, model, kind, m_state);
-  connect(editor, &TableEditor::edited, this, &Anfang::edited);
-  return view;
-}
-
-void Anfang::buildPages() {
-  m_models[tableIndex(TableKind::Messages)] = new ProjectTableModel(
-      m_state.project.messages, m_state.texts,
-      {slot::kAcknowledgement, slot::kCallBack, slot::kRing, slot::kMessages, slot::kComment}, 3,
-      this);
-  m_models[tableIndex(TableKind::Filters)] = new ProjectTableModel(
-      m_state.project.filters, m_state.texts, {slot::kFilterTexts, slot::kComment}, 0, this);
-  m_models[tableIndex(TableKind::Phones)] = new ProjectTableModel(
-      m_state.project.phones, m_state.texts, {slot::kPhoneNumber, slot::kName}, 0, this);
-
-  m_pages = new QTabWidget(this);
-  m_pages->setObjectName("Eingabe");
-  m_pages->addTab(buildMessagesPage(), QString());
-  m_pages->addTab(buildFiltersPage(), QString());
-  m_pages->addTab(buildPhonesPage(), QString());
-  m_flagPage = new FlagPageWidget(m_state, *m_dialog, this);
-  m_pages->addTab(m_flagPage, QString());
-  connect(m_flagPage->downloadButton(), &QPushButton::clicked, this,
-          [this] { m_devices->downloadFlags(); });
-  connect(m_flagPage->uploadButton(), &QPushButton::clicked, this,
-          [this] { m_devices->uploadFlags(); });
-  connect(m_flagPage, &FlagPageWidget::showMessageRow, this, [this](int row) {
-    m_views[0]->setCurrentIndex(m_models[0]->index(row - 1, kMessageTextColumn - 1));
-  });
-  connect(m_flagPage, &FlagPageWidget::showPhoneRow, this, [this](int row) {
-    m_views[2]->setCurrentIndex(m_models[2]->index(row - 1, kPhoneNumberColumn - 1));
-  });
-
-  m_leftPane = new LeftPane(this);
-  connect(m_leftPane, &LeftPane::fileActivated, this,
-          [this](const QString& path) { (void)loadProject(path); });
-
-  m_splitter = new QSplitter(Qt::Horizontal, this);
-  m_splitter->setObjectName("imgSplitter");
-  m_splitter->addWidget(m_leftPane);
-  m_splitter->addWidget(m_pages);
-  m_splitter->setChildrenCollapsible(false);
-  m_splitter->setStretchFactor(1, 1);
-  const int minimum = twipsToPixels(kMinimumPaneTwips, screenDpi(this));
-  m_leftPane->setMinimumWidth(minimum);
-  m_pages->setMinimumWidth(minimum);
-  setCentralWidget(m_splitter);
-}
-
-namespace {
-
-QPushButton* button(QWidget* parent, const char* name) {
-  auto* b = new QPushButton(parent);
-  b->setObjectName(name);
-  return b;
-}
-
-QLabel* label(QWidget* parent, const char* name, bool wrap = true) {
-  auto* l = new QLabel(parent);
-  l->setObjectName(name);
-  l->setWordWrap(wrap);
-  return l;
-}
-
-}  // namespace
-
-QWidget* Anfang::buildMessagesPage() {
-  auto* page = new QWidget(this);
-  auto* layout = new QVBoxLayout(page);
-  layout->addWidget(label(page, "Label1Meld"));
-  layout->addWidget(label(page, "Label3"));
-  QTableView* view =
-      buildTable(TableKind::Messages, m_models[tableIndex(TableKind::Messages)], "MeldTabelle");
-  for (int column = 0; column < 3; ++column) view->setColumnWidth(column, 34);
-  view->setColumnWidth(3, 420);
-  layout->addWidget(view, 1);
-  auto* buttons = new QHBoxLayout;
-  connect(button(page, "cmdMeldDown"), &QPushButton::clicked, this,
-          [this] { m_devices->downloadMessages(); });
-  connect(button(page, "cmdMeldUp"), &QPushButton::clicked, this,
-          [this] { m_devices->uploadMessages(); });
-  connect(button(page, "cmdQuittung"), &QPushButton::clicked, this,
-          [this] { m_devices->acknowledgementRequest(); });
-  for (const char* name : {"cmdMeldDown", "cmdMeldUp"}) {
-    buttons->addWidget(page->findChild<QPushButton*>(name));
-  }
-  buttons->addStretch();
-  buttons->addWidget(page->findChild<QPushButton*>("cmdQuittung"));
-  layout->addLayout(buttons);
-  return page;
-}
-
-QWidget* Anfang::buildFiltersPage() {
-  auto* page = new QWidget(this);
-  auto* layout = new QVBoxLayout(page);
-  layout->addWidget(label(page, "Label1Filter"));
-  layout->addWidget(label(page, "lblFilterInfo"));
-  QTableView* view =
-      buildTable(TableKind::Filters, m_models[tableIndex(TableKind::Filters)], "FilterTabelle");
-  view->setColumnWidth(0, 420);
-  layout->addWidget(view, 1);
-  return page;
-}
-
-QWidget* Anfang::buildPhonesPage() {
-  auto* page = new QWidget(this);
-  auto* tableSide = new QVBoxLayout;
-  tableSide->addWidget(label(page, "Label6"));
-  QTableView* view =
-      buildTable(TableKind::Phones, m_models[tableIndex(TableKind::Phones)], "TelTabelle");
-  view->setColumnWidth(0, 180);
-  tableSide->addWidget(view, 1);
-  auto* phoneButtons = new QHBoxLayout;
-  QPushButton* telDown = button(page, "cmdTelDown");
-  QPushButton* telUp = button(page, "cmdTelUp");
-  connect(telDown, &QPushButton::clicked, this, [this] { m_devices->downloadPhones(); });
-  connect(telUp, &QPushButton::clicked, this, [this] { m_devices->uploadPhones(); });
-  phoneButtons->addWidget(telDown);
-  phoneButtons->addWidget(telUp);
-  phoneButtons->addStretch();
-  tableSide->addLayout(phoneButtons);
-
-  auto* frame = new QGroupBox(page);
-  frame->setObjectName("Frame1");
-  auto* form = new QVBoxLayout(frame);
-  m_smsCentre = new QLineEdit(frame);
-  m_smsCentre->setObjectName("txtSMSC");
-  m_smsCentre->setMaxLength(kMaxPhoneLength);
-  QPushButton* list = button(frame, "cmdSMSCList");
-  connect(list, &QPushButton::clicked, this, [this] { m_devices->smsCentreList(); });
-  auto* smscRow = new QHBoxLayout;
-  smscRow->addWidget(m_smsCentre, 1);
-  smscRow->addWidget(list);
-  m_pin = new QLineEdit(frame);
-  m_pin->setObjectName("PinNummer");
-  // Four digits; an empty box reads "____", the form the project keeps for "no PIN".
-  m_pin->setInputMask(QStringLiteral("9999;_"));
-  m_pin->setMaximumWidth(90);
-  m_station = new QLineEdit(frame);
-  m_station->setObjectName("edStation");
-  form->addWidget(label(frame, "lblSMSC"));
-  form->addLayout(smscRow);
-  form->addSpacing(8);
-  form->addWidget(label(frame, "lblPin"));
-  form->addWidget(m_pin);
-  form->addWidget(label(frame, "lblPinInfo"));
-  form->addSpacing(8);
-  form->addWidget(label(frame, "lblStation"));
-  form->addWidget(m_station);
-  form->addWidget(label(frame, "Label1Tel"));
-  form->addWidget(label(frame, "lblPcOnly"));
-  auto* configButtons = new QHBoxLayout;
-  QPushButton* down = button(frame, "cmdDown");
-  QPushButton* up = button(frame, "cmdUp");
-  connect(down, &QPushButton::clicked, this, [this] { m_devices->downloadConfiguration(); });
-  connect(up, &QPushButton::clicked, this, [this] { m_devices->uploadConfiguration(); });
-  configButtons->addWidget(down);
-  configButtons->addWidget(up);
-  configButtons->addStretch();
-  form->addStretch();
-  form->addLayout(configButtons);
-
-  connect(m_smsCentre, &QLineEdit::textEdited, this,
-          [this](const QString& text) { m_state.project.smsCentre = fromQString(text); });
-  connect(m_station, &QLineEdit::textEdited, this,
-          [this](const QString& text) { m_state.project.station = fromQString(text); });
-  connect(m_pin, &QLineEdit::textEdited, this, [this] {
-    m_state.project.pin = fromQString(m_pin->displayText());
-    m_state.project.changed = true;
-  });
-
-  auto* layout = new QHBoxLayout(page);
-  layout->addLayout(tableSide, 3);
-  layout->addWidget(frame, 2);
-  return page;
-}
-
-void Anfang::applyCaptions() {
-  enum class Part { Text, ToolTip };
-  struct Caption {
-    const char* name;
-    int slot;
-    Part part;
-  };
-  static constexpr Caption kCaptions[] = {
-      {"MenuFile", slot::kFileMenu, Part::Text},
-      {"MenuFileNew", slot::kNew, Part::Text},
-      {"MenuFileOpen", slot::kOpen, Part::Text},
-      {"MenuFileSave", slot::kSave, Part::Text},
-      {"MenuFileSaveAs", slot::kSaveAs, Part::Text},
-      {"MenuFilePrint", slot::kPrint, Part::Text},
-      {"MenuFileIns5", slot::kPrinterSetting, Part::Text},
-      {"MenuFileIns13", slot::kExit, Part::Text},
-      {"MenuConnect", slot::kConnection, Part::Text},
-      {"MenuConnDownAll", slot::kDownloadAll, Part::Text},
-      {"MenuConnUpAll", slot::kReadAll, Part::Text},
-      {"MenuConfig", slot::kConfiguration, Part::Text},
-      {"MenuConfigCom", slot::kSerialPort, Part::Text},
-      {"MenuConfigSMSC", slot::kSmscListMenu, Part::Text},
-      {"mnuConfigVersion", slot::kFirmwareVersion, Part::Text},
-      {"mnuOptions", slot::kOptions, Part::Text},
-      {"mnuSprache", slot::kLanguage, Part::Text},
-      {"mnuLangEnglish", slot::kEnglish, Part::Text},
-      {"mnuLangGerman", slot::kGerman, Part::Text},
-      {"mnuLangFrench", slot::kFrench, Part::Text},
-      {"MenuHelp", slot::kHelp, Part::Text},
-      {"MenuHelpManual", slot::kDescription, Part::Text},
-      {"MenuHelpFirst", slot::kFirstSteps, Part::Text},
-      {"MenuHelpMonitor", slot::kReadLogger, Part::Text},
-      {"MenuHelpAbout", slot::kAbout, Part::Text},
-      {"tbNew", slot::kNew, Part::ToolTip},
-      {"tbOpen", slot::kOpen, Part::ToolTip},
-      {"tbSave", slot::kSave, Part::ToolTip},
-      {"tbPrint", slot::kPrintTable, Part::ToolTip},
-      {"tbDown", slot::kDownloadAll, Part::ToolTip},
-      {"tbUp", slot::kReadAll, Part::ToolTip},
-      {"tbClear", slot::kClearTable, Part::ToolTip},
-      {"tbHelp", slot::kManual, Part::ToolTip},
-      {"tbEnd", slot::kExit, Part::ToolTip},
-      {"tbLog", slot::kLogFileRecord, Part::ToolTip},
-      {"Label1Meld", slot::kEditMessage, Part::Text},
-      {"Label3", slot::kMessageListInfo, Part::Text},
-      {"Label1Filter", slot::kEditFilterText, Part::Text},
-      {"lblFilterInfo", slot::kFilterListInfo, Part::Text},
-      {"Label6", slot::kPhoneListInfo, Part::Text},
-      {"Frame1", slot::kConfigurationPage, Part::Text},
-      {"lblSMSC", slot::kSmscPhoneNumber, Part::Text},
-      {"cmdSMSCList", slot::kSmscList, Part::Text},
-      {"lblPin", slot::kEnterPin, Part::Text},
-      {"lblPinInfo", slot::kPinInfo, Part::Text},
-      {"lblStation", slot::kStationName, Part::Text},
-      {"Label1Tel", slot::kPcOnly, Part::Text},
-      {"lblPcOnly", slot::kPinAndStationSaved, Part::Text},
-      {"cmdMeldDown", slot::kDownloadMessagesButton, Part::Text},
-      {"cmdMeldUp", slot::kUploadMessagesButton, Part::Text},
-      {"cmdQuittung", slot::kAcknowledgementRequest, Part::Text},
-      {"cmdDown", slot::kDownloadPin, Part::Text},
-      {"cmdUp", slot::kReadPin, Part::Text},
-      {"cmdTelDown", slot::kDownloadPhones, Part::Text},
-      {"cmdTelUp", slot::kReadPhonesButton, Part::Text},
-  };
-  for (const Caption& caption : kCaptions) {
-    const QString text = m_state.text(caption.slot);
-    QObject* target = findChild<QObject*>(caption.name);
-    if (auto* menu = qobject_cast<QMenu*>(target)) {
-      menu->setTitle(text);
-    } else if (auto* action = qobject_cast<QAction*>(target)) {
-      if (caption.part == Part::ToolTip) {
-        action->setText(text);
-        action->setToolTip(text);
-      } else {
-        action->setText(text);
-      }
-    } else if (auto* box = qobject_cast<QGroupBox*>(target)) {
-      box->setTitle(text);
-    } else if (auto* labelWidget = qobject_cast<QLabel*>(target)) {
-      labelWidget->setText(text);
-    } else if (auto* pushButton = qobject_cast<QPushButton*>(target)) {
-      pushButton->setText(text);
-    }
-  }
-  const std::array<int, 4> pageSlots = {slot::kMessages, slot::kFilterTexts, slot::kPhoneNumbers,
-                                        slot::kMarkerSetting};
-  for (int i = 0; i < m_pages->count(); ++i) {
-    m_pages->setTabText(i, m_state.text(pageSlots[static_cast<std::size_t>(i)]));
-  }
-  for (ProjectTableModel* model : m_models) model->headersChanged();
-  m_leftPane->setCaptions(m_state.text(slot::kDrive), m_state.text(slot::kDirectory),
-                          m_state.text(slot::kFiles));
-  m_flagPage->applyTexts();
-  m_flagPicture->setPixmap(languageFlag(m_state.language, 18));
-  for (const char* name : {"mnuLangEnglish", "mnuLangGerman"}) {
-    if (QAction* action = findChild<QAction*>(name)) {
-      action->setCheckable(true);
-      action->setChecked((m_state.language == kEnglish) == (name[7] == 'E'));
-    }
-  }
-  refreshRecentMenu();
-  refreshGauge();
-}
-
-void Anfang::chooseLanguage(int language) {
-  if (language != kEnglish && language != kGerman) return;
-  m_state.language = language;
-  m_state.texts.fill(language);
-  applyCaptions();
 }
 
 void Anfang::refreshTitle() { setWindowTitle(titleFor(m_state.currentFile)); }

@@ -41,6 +41,11 @@ struct AnfangServices {
   std::function<bool(const QString& program, const QStringList& arguments)> startProgram;
 };
 
+// Index of a table's model and view in the window's arrays.
+[[nodiscard]] inline std::size_t tableIndex(TableKind kind) {
+  return static_cast<std::size_t>(kind);
+}
+
 // The tab pages of `Eingabe`.
 enum class InputPage { Messages = 0, Filters = 1, Phones = 2, Flags = 3 };
 

@@ -1,5 +1,7 @@
 #include "app/window_settings.h"
 
+#include <QGuiApplication>
+#include <QScreen>
 #include <cmath>
 
 namespace quillon::app {
@@ -81,6 +83,11 @@ void writeRecentFiles(QSettings& settings, const QStringList& files) {
     }
   }
   settings.endGroup();
+}
+
+double screenDpi(const QWidget* widget) {
+  const QScreen* screen = widget->screen() ? widget->screen() : QGuiApplication::primaryScreen();
+  return screen ? screen->logicalDotsPerInch() : 96.0;
 }
 
 int twipsToPixels(double twips, double dotsPerInch) {

@@ -6,6 +6,7 @@
 #include <QSettings>
 #include <QString>
 #include <QStringList>
+#include <QWidget>
 
 namespace quillon::app {
 
@@ -39,6 +40,8 @@ void writeCloseSettings(QSettings& settings, const QString& profile, const QStri
                         int language);
 void writeRecentFiles(QSettings& settings, const QStringList& files);
 
+// The logical dots per inch of the screen the widget is on.
+[[nodiscard]] double screenDpi(const QWidget* widget);
 [[nodiscard]] int twipsToPixels(double twips, double dotsPerInch);
 [[nodiscard]] double pixelsToTwips(int pixels, double dotsPerInch);
 
