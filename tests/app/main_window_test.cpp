@@ -3,6 +3,7 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -32,6 +33,7 @@ class MainWindowTest : public QObject {
   void helpViewerMissingIsReported();
   void clearTableAsksFirst_data();
   void clearTableAsksFirst();
+  void onlyPinEditsCountAsChanges();
 };
 
 namespace {
@@ -314,6 +316,27 @@ void MainWindowTest::clearTableAsksFirst() {
   QCOMPARE(table.cell(3, 1).empty(), cleared);
   QCOMPARE(project.changed, cleared);
   QCOMPARE(project.messages.cell(3, 4), std::string("Meldung"));
+}
+
+void MainWindowTest::onlyPinEditsCountAsChanges() {
+  Harness h;
+  h.window->show();
+  h.window->findChild<QTabWidget*>("Eingabe")->setCurrentIndex(2);
+  quillon::Project& project = h.window->state().project;
+
+  QTest::keyClicks(h.window->findChild<QLineEdit*>("txtSMSC"), "+491722270333");
+  QTest::keyClicks(h.window->findChild<QLineEdit*>("edStation"), "Nord");
+  QCOMPARE(project.smsCentre, std::string("+491722270333"));
+  QCOMPARE(project.station, std::string("Nord"));
+  QVERIFY(!project.changed);
+
+  auto* pin = h.window->findChild<QLineEdit*>("PinNummer");
+  pin->setFocus();
+  pin->home(false);
+  QTest::keyClicks(pin, "12");
+  // The mask keeps its placeholders, which is how a short PIN is recognised later.
+  QCOMPARE(project.pin, std::string("12__"));
+  QVERIFY(project.changed);
 }
 
 QTEST_MAIN(MainWindowTest)
