@@ -1,5 +1,6 @@
 #include "app/message_box_dialog.h"
 
+#include <QApplication>
 #include <QMessageBox>
 
 #include "app/qt_text.h"
@@ -75,7 +76,13 @@ BoxAnswer MessageBoxDialog::ask(const Box& box) {
   QMessageBox message(qtIcon(box.icon), title, toQString(box.text), qtButtons(box.buttons),
                       m_parent.data());
   message.setDefaultButton(qtButton(box.defaultAnswer));
-  return answerOf(message.exec(), box.buttons);
+  // A box can come up in the middle of a load or save that shows the hourglass; the user needs
+  // the ordinary pointer to answer it.
+  const bool busy = QApplication::overrideCursor() != nullptr;
+  if (busy) QApplication::setOverrideCursor(Qt::ArrowCursor);
+  const int button = message.exec();
+  if (busy) QApplication::restoreOverrideCursor();
+  return answerOf(button, box.buttons);
 }
 
 }  // namespace quillon::app
