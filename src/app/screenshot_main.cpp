@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QScreen>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -31,22 +32,23 @@ int main(int argc, char* argv[]) {
     std::fprintf(stderr, "usage: quillon-screenshot OUTPUT.png LANGUAGE [PROJECT.EAY] [PAGE]\n");
     return 2;
   }
+  // Start-up changes to the project's folder: every path is made absolute before that.
+  const QString output = QFileInfo(arguments[1]).absoluteFilePath();
+  const QString project = arguments.size() > 3 ? QFileInfo(arguments[3]).absoluteFilePath() : "";
   QTemporaryDir home;
   QSettings settings(home.filePath("Kestrix.conf"), QSettings::IniFormat);
   const double dpi = QGuiApplication::primaryScreen()->logicalDotsPerInch();
   settings.setValue("Language/MyLang", arguments[2]);
   settings.setValue("Settings/MainWidth", quillon::app::pixelsToTwips(1180, dpi));
   settings.setValue("Settings/MainHeight", quillon::app::pixelsToTwips(720, dpi));
-  if (arguments.size() > 3) {
-    settings.setValue("Settings/MyDir", QFileInfo(arguments[3]).absolutePath());
-  }
+  if (!project.isEmpty()) settings.setValue("Settings/MyDir", QFileInfo(project).absolutePath());
 
   DefaultAnswers answers;
   quillon::app::AnfangServices services;
   services.settings = &settings;
   services.dialog = &answers;
   quillon::app::Anfang window(services);
-  if (arguments.size() > 3) (void)window.loadProject(QFileInfo(arguments[3]).absoluteFilePath());
+  if (!project.isEmpty()) (void)window.loadProject(project);
   if (arguments.size() > 4) {
     window.findChild<QTabWidget*>("Eingabe")->setCurrentIndex(arguments[4].toInt());
   }
@@ -54,7 +56,8 @@ int main(int argc, char* argv[]) {
   int status = 1;
   // Let the file lists fill and the layout settle before the picture is taken.
   QTimer::singleShot(1500, &window, [&] {
-    status = window.grab().save(arguments[1]) ? 0 : 1;
+    status = window.grab().save(output) ? 0 : 1;
+    if (status != 0) std::fprintf(stderr, "cannot write %s\n", qPrintable(output));
     QApplication::exit(status);
   });
   QApplication::exec();
