@@ -47,6 +47,9 @@ struct Command {
   std::string_view summary;      // one line in the list of commands
   std::string_view description;  // the body of "<command> --help"
   int (*run)(const CommandContext& context) = nullptr;
+  // The command reads its own options: every argument after its name but --help and --lang
+  // reaches it in order, and it checks them itself (argumentCount is not used).
+  bool ownOptions = false;
 };
 
 // Every command, in the order the help lists them.

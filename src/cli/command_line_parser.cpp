@@ -56,6 +56,8 @@ Invocation CommandLineParser::parse(const std::vector<std::string>& arguments) c
       } else {
         return usageError(invocation.command, "unknown language '" + value + "': use en or de");
       }
+    } else if (option && invocation.command != nullptr && invocation.command->ownOptions) {
+      invocation.arguments.push_back(argument);
     } else if (option) {
       return usageError(invocation.command, "unknown option '" + argument + "'");
     } else if (invocation.command == nullptr) {
@@ -75,7 +77,7 @@ Invocation CommandLineParser::parse(const std::vector<std::string>& arguments) c
   }
   if (invocation.command == nullptr) return usageError(nullptr, "no command given");
   const Command& command = *invocation.command;
-  if (invocation.arguments.size() != command.argumentCount) {
+  if (!command.ownOptions && invocation.arguments.size() != command.argumentCount) {
     return usageError(&command, std::string(command.name) + " takes " +
                                     plural(command.argumentCount, "argument") + ", not " +
                                     std::to_string(invocation.arguments.size()));

@@ -6,7 +6,8 @@
 // `const Command k<Name>Command` in quillon::cli and add one line here.
 #define QUILLON_CLI_COMMANDS(X) \
   X(kCheckCommand)              \
-  X(kResaveCommand)
+  X(kResaveCommand)             \
+  X(kIdentifyCommand)
 
 namespace quillon::cli {
 

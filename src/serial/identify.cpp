@@ -1,0 +1,40 @@
+#include "serial/identify.h"
+
+namespace quillon {
+namespace {
+
+std::string withoutLeadingBlank(const std::string& text) {
+  return !text.empty() && text.front() == ' ' ? text.substr(1) : text;
+}
+
+}  // namespace
+
+int IdentifyModule(LinkContext& context) {
+  if (context.port.openLinkPort() != 0) return kResultPortNotOpened;
+  if (!context.session.readyConfirmed) {
+    const BoxAnswer answer = context.dialog.ask(
+        Box{kMainTitle, kReadyQuestion, BoxIcon::Question, BoxButtons::OkCancel, BoxAnswer::Ok});
+    if (answer != BoxAnswer::Ok) {
+      context.port.closeLinkPort();
+      return kResultDeclined;
+    }
+    context.session.readyConfirmed = true;
+  }
+  const std::string left = ReadIdentity(context);
+  if (left == kStatusVersionConflict) return kResultVersionConflict;
+  return TransferResultForTitle(left);
+}
+
+std::vector<std::pair<std::string, std::string>> IdentityFields(const DeviceIdentity& identity) {
+  return {
+      {"Version", withoutLeadingBlank(identity.version)},
+      {"Bus type", withoutLeadingBlank(identity.bus)},
+      {"Device", withoutLeadingBlank(identity.unit)},
+      {"Firmware", withoutLeadingBlank(identity.firmware)},
+      {"Nuber of messages", withoutLeadingBlank(identity.messageCount)},
+      {"Number of phone nrs.", withoutLeadingBlank(identity.phoneCount)},
+      {"Reply", identity.raw},
+  };
+}
+
+}  // namespace quillon

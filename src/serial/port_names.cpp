@@ -1,0 +1,72 @@
+#include "serial/port_names.h"
+
+#include <QSerialPortInfo>
+#include <QSettings>
+#include <algorithm>
+
+namespace quillon {
+namespace {
+
+QString portKey(int number) { return QStringLiteral("Ports/COM%1").arg(number); }
+
+// A device path that a port number is registered for keeps that number, so the status bar can
+// say "COM n" for it.
+int registeredNumber(const QString& device) {
+  QSettings settings(kSettingsOrganisation, kSettingsApplication);
+  settings.beginGroup(QStringLiteral("Ports"));
+  for (const QString& key : settings.childKeys()) {
+    if (settings.value(key).toString() != device || !key.startsWith(QStringLiteral("COM")))
+      continue;
+    bool ok = false;
+    const int number = key.mid(3).toInt(&ok);
+    if (ok && number > 0) return number;
+  }
+  return 0;
+}
+
+}  // namespace
+
+QString deviceForPortNumber(int number) {
+  if (number < 1) return {};
+#ifdef Q_OS_WIN
+  return QStringLiteral("COM%1").arg(number);
+#else
+  const QSettings settings(kSettingsOrganisation, kSettingsApplication);
+  const QString registered = settings.value(portKey(number)).toString();
+  if (!registered.isEmpty()) return registered;
+  auto ports = QSerialPortInfo::availablePorts();
+  std::sort(ports.begin(), ports.end(), [](const QSerialPortInfo& a, const QSerialPortInfo& b) {
+    return a.portName() < b.portName();
+  });
+  if (number > ports.size()) return {};
+  return ports[number - 1].systemLocation();
+#endif
+}
+
+std::optional<PortId> resolvePort(const QString& text) {
+  QString digits = text.trimmed();
+  if (digits.startsWith(QStringLiteral("COM"), Qt::CaseInsensitive)) digits = digits.mid(3);
+  bool isNumber = false;
+  const int number = digits.toInt(&isNumber);
+  if (!isNumber) {
+    if (text.isEmpty()) return std::nullopt;
+    return PortId{registeredNumber(text), text};
+  }
+  const QString device = deviceForPortNumber(number);
+  if (device.isEmpty()) return std::nullopt;
+  return PortId{number, device};
+}
+
+void registerPort(int number, const QString& device) {
+  QSettings settings(kSettingsOrganisation, kSettingsApplication);
+  settings.setValue(portKey(number), device);
+  settings.sync();
+}
+
+void unregisterPort(int number, const QString& device) {
+  QSettings settings(kSettingsOrganisation, kSettingsApplication);
+  if (settings.value(portKey(number)).toString() == device) settings.remove(portKey(number));
+  settings.sync();
+}
+
+}  // namespace quillon

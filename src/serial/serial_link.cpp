@@ -1,0 +1,253 @@
+#include "serial/serial_link.h"
+
+#include <QEventLoop>
+#include <QTime>
+#include <algorithm>
+#include <string_view>
+
+#include "link/reply_timer.h"
+#include "link/traffic_log.h"
+#include "link/transfer_engine.h"
+#include "serial/serial_port_setup.h"
+#include "serial/transfer_observer.h"
+#include "text/code_page.h"
+
+namespace quillon {
+namespace {
+
+// How long the last bytes of a transfer may take to leave before the port is closed anyway,
+// beyond their time on the line.
+constexpr qint64 kDrainAllowanceMs = 2000;
+
+bool hardwareHandshake(int mode) {
+  return mode == static_cast<int>(Handshaking::RtsCts) ||
+         mode == static_cast<int>(Handshaking::XonRts);
+}
+
+}  // namespace
+
+SerialLink::SerialLink(UserDialog& dialog, QObject* parent) : QObject(parent), m_dialog(dialog) {
+  m_timer.setSingleShot(true);
+  m_timer.setTimerType(Qt::PreciseTimer);
+  connect(&m_timer, &QTimer::timeout, this, &SerialLink::onTimer);
+  connect(&m_port, &QSerialPort::readyRead, this, &SerialLink::pump);
+  connect(&m_port, &QSerialPort::errorOccurred, this, &SerialLink::onError);
+  connect(&m_port, &QSerialPort::bytesWritten, this, [this] {
+    // Closed from the timer, never from inside the port's own signal.
+    if (m_phase == Phase::Draining && m_port.bytesToWrite() == 0) m_timer.start(0);
+  });
+}
+
+SerialLink::~SerialLink() {
+  m_timer.stop();
+  if (m_port.isOpen()) m_port.close();
+}
+
+void SerialLink::setPort(PortId port) {
+  if (m_port.isOpen() && port.device != m_portId.device) m_port.close();
+  m_portId = std::move(port);
+}
+
+TimeOfDay SerialLink::now() const {
+  return m_clock ? m_clock() : QTime::currentTime().msecsSinceStartOfDay();
+}
+
+int SerialLink::configurePort() {
+  m_settings = kDefaultSettingsString;
+  if (m_status) m_status->setStatus(StatusPanel::Port, portStatusText());
+  const int status = openLinkPort();
+  closeLinkPort();
+  return status;
+}
+
+int SerialLink::openLinkPort() {
+  if (!m_port.isOpen()) {
+    if (m_portId.device.isEmpty()) {
+      m_portError = "No port selected";
+      return 1;
+    }
+    m_port.setPortName(m_portId.device);
+    if (!ApplyLineSettings(m_port, m_settings, m_handshaking)) {
+      m_portError = "Invalid port settings: " + m_settings;
+      m_port.clearError();
+      return 1;
+    }
+    if (!m_port.open(QIODevice::ReadWrite)) {
+      m_portError = utf8ToCp1252(m_port.errorString().toStdString());
+      m_port.clearError();
+      return 1;
+    }
+    m_portError.clear();
+    m_linkLost = false;
+    m_linkDown = false;
+    raiseModemLines();
+  }
+  clearPortBuffers();
+  return 0;
+}
+
+void SerialLink::raiseModemLines() {
+  // Pseudo-terminals and some USB adapters have no modem lines; that must not stop a transfer.
+  if (!m_port.setDataTerminalReady(true)) m_port.clearError();
+  if (!hardwareHandshake(m_handshaking) && !m_port.setRequestToSend(true)) m_port.clearError();
+}
+
+void SerialLink::closeLinkPort() {
+  if (m_port.isOpen()) m_port.close();
+}
+
+void SerialLink::clearPortBuffers() {
+  if (m_port.isOpen() && !m_port.clear(QSerialPort::AllDirections)) m_port.clearError();
+}
+
+std::string SerialLink::portStatusText() const {
+  const std::string port = m_portId.number > 0 ? PortNumberText(m_portId.number)
+                                               : " " + utf8ToCp1252(m_portId.device.toStdString());
+  return PortStatusText(port, m_settings, m_handshaking, m_port.isOpen());
+}
+
+TransferOutcome SerialLink::runTransfer(const TransferJob& job) {
+  if (m_engine) {
+    // One transfer window at a time; a second one cannot reach the module.
+    TransferOutcome refused;
+    refused.title = kStatusNoConnection;
+    return refused;
+  }
+  m_engine = std::make_unique<TransferEngine>(job, m_engineSettings);
+  m_phase = Phase::Running;
+  m_timerFired = false;
+  if (m_observer) m_observer->transferStarted(job);
+
+  const bool opened = openLinkPort() == 0;
+  m_engine->setPortErrorText(m_portError);
+  m_lastNow = now();
+  m_engine->start(m_lastNow);
+  if (!opened) {
+    m_dialog.tell(kTerminalTitle, m_portError, BoxIcon::Exclamation);
+    m_engine->onLinkLost(m_lastNow);
+  }
+
+  QEventLoop loop;
+  m_loop = &loop;
+  pump();
+  if (m_phase != Phase::Idle) loop.exec();
+  m_loop = nullptr;
+
+  TransferOutcome outcome = m_engine->outcome();
+  m_engine.reset();
+  return outcome;
+}
+
+void SerialLink::cancel() {
+  if (!m_engine || m_phase != Phase::Running) return;
+  m_engine->cancel(now());
+  pump();
+}
+
+void SerialLink::onTimer() {
+  if (m_phase == Phase::Running) {
+    m_timerFired = true;
+    pump();
+  } else if (m_phase == Phase::Draining) {
+    endTransfer();
+  }
+}
+
+void SerialLink::onError(QSerialPort::SerialPortError error) {
+  if (error != QSerialPort::ReadError && error != QSerialPort::WriteError &&
+      error != QSerialPort::ResourceError) {
+    return;  // unsupported modem-line calls and the like leave the link as it is
+  }
+  m_portError = utf8ToCp1252(m_port.errorString().toStdString());
+  m_port.clearError();
+  m_linkDown = true;
+  if (m_phase == Phase::Running) {
+    m_linkLost = true;
+    pump();
+  } else if (m_phase == Phase::Draining) {
+    m_timer.start(0);  // nothing more will leave; close now
+  } else {
+    QTimer::singleShot(0, this, [this] { closeLinkPort(); });
+  }
+}
+
+void SerialLink::pump() {
+  if (!m_engine || m_phase != Phase::Running) return;
+  if (m_pumping) {
+    // Called again from inside a box's event loop: the outer call goes round once more.
+    m_pumpAgain = true;
+    return;
+  }
+  m_pumping = true;
+  do {
+    m_pumpAgain = false;
+    if (!m_engine->finished()) {
+      m_lastNow = now();
+      if (m_linkLost) {
+        m_linkLost = false;
+        m_engine->onLinkLost(m_lastNow);
+      }
+      if (m_port.isOpen() && m_port.bytesAvailable() > 0) {
+        const QByteArray bytes = m_port.readAll();
+        m_engine->onBytes(
+            std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())), m_lastNow);
+      }
+      // The timer fires at the deadline, or at midnight when the deadline lies past it; either
+      // way the engine looks at the time itself and moves its start across midnight.
+      const auto due = m_engine->deadline();
+      if (m_timerFired || (due && *due <= m_lastNow)) {
+        m_timerFired = false;
+        m_engine->onDeadline(m_lastNow);
+      }
+    }
+    const std::string out = m_engine->takeOutgoing();
+    if (!out.empty() && m_port.isOpen()) m_port.write(out.data(), static_cast<qint64>(out.size()));
+    dispatch(m_engine->takeEvents());
+  } while (m_pumpAgain);
+  m_pumping = false;
+  if (m_engine->finished())
+    finishTransfer();
+  else
+    rearm();
+}
+
+void SerialLink::dispatch(std::vector<TransferEvent> events) {
+  for (const TransferEvent& event : events) {
+    if (m_observer) m_observer->transferEvent(event);
+    if (event.kind == TransferEvent::Kind::Log && m_log) m_log->logTraffic(event.text, event.text2);
+    if (event.kind == TransferEvent::Kind::Box) (void)m_dialog.ask(event.box);
+  }
+}
+
+void SerialLink::rearm() {
+  const auto due = m_engine->deadline();
+  if (!due) {
+    m_timer.stop();
+    return;
+  }
+  // Never longer than to midnight: the engine's deadlines stop there, but a wrong clock must not
+  // leave a transfer waiting for a day.
+  const TimeOfDay untilMidnight = std::max<TimeOfDay>(kDayLength - m_lastNow, 0);
+  const TimeOfDay wait = std::clamp<TimeOfDay>(*due - m_lastNow, 0, untilMidnight);
+  m_timer.start(static_cast<int>(wait));
+}
+
+void SerialLink::finishTransfer() {
+  m_phase = Phase::Draining;
+  if (!m_linkDown && m_port.isOpen() && m_port.bytesToWrite() > 0) {
+    // The last ACK of a read must reach the module before the port closes.
+    const qint32 speed = std::max<qint32>(m_port.baudRate(), 1);
+    m_timer.start(static_cast<int>(m_port.bytesToWrite() * 10'000 / speed + kDrainAllowanceMs));
+  } else {
+    m_timer.start(0);
+  }
+}
+
+void SerialLink::endTransfer() {
+  m_timer.stop();
+  closeLinkPort();
+  m_phase = Phase::Idle;
+  if (m_loop) m_loop->quit();
+}
+
+}  // namespace quillon
