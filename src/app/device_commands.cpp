@@ -1,11 +1,12 @@
 #include "app/device_commands.h"
 
-#include "app/shell_text.h"
+#include "serial/port_settings.h"
 
 namespace quillon::app {
 
 std::string UnavailableDeviceCommands::portStatusText() const {
-  return portStatusBeforeLink(m_shell.state().portNumber);
+  return PortStatusText(PortNumberText(m_shell.state().portNumber), kDefaultSettingsString, 0,
+                        false);
 }
 
 void UnavailableDeviceCommands::unavailable() {

@@ -56,8 +56,8 @@ class DeviceCommands {
 
 using DeviceCommandsFactory = std::function<std::unique_ptr<DeviceCommands>(AppShell&)>;
 
-// Stands in until the device link is built in: every command says that it is not available,
-// and the port reads as closed.
+// Stands in until the device commands are built in: every command says that it is not
+// available, and the port reads as closed at its default settings.
 class UnavailableDeviceCommands : public DeviceCommands {
  public:
   explicit UnavailableDeviceCommands(AppShell& shell) : m_shell(shell) {}

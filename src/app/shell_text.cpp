@@ -31,11 +31,4 @@ QString clockText(const QDateTime& now) {
   return now.toString(QStringLiteral("dd.MM.yyyy   hh:mm:ss"));
 }
 
-std::string portStatusBeforeLink(int portNumber) {
-  // The number conversion of the link puts a blank before a positive number.
-  const std::string number =
-      portNumber >= 0 ? " " + std::to_string(portNumber) : std::to_string(portNumber);
-  return "COM" + number + ",9600, N ,8 ,1 not active";
-}
-
 }  // namespace quillon::app

@@ -1,10 +1,8 @@
 #pragma once
-// Texts the main window builds from its state: the title, the clock, the file-dialog filter and
-// the port status shown until the serial link reports its own.
+// Texts the main window builds from its state: the title, the clock and the file-dialog filter.
 
 #include <QDateTime>
 #include <QString>
-#include <string>
 
 namespace quillon::app {
 
@@ -19,9 +17,5 @@ inline constexpr int kTitleFilePartLimit = 50;
 
 // "dd.MM.yyyy   hh:mm:ss", three blanks between date and time.
 [[nodiscard]] QString clockText(const QDateTime& now);
-
-// The port status text of a closed port at the default line settings, in the serial link's
-// form ("COM 1,9600, N ,8 ,1 not active"); shown until a link reports its own status.
-[[nodiscard]] std::string portStatusBeforeLink(int portNumber);
 
 }  // namespace quillon::app

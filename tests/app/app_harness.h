@@ -68,8 +68,9 @@ class RecordingDevices : public DeviceCommands {
 };
 
 struct Harness {
-  // `prepare` may fill the settings file before the window starts up.
-  explicit Harness(const std::function<void(QSettings&)>& prepare = {})
+  // `prepare` may fill the settings file before the window starts up. Without `recordDevices`
+  // the window uses its own stand-in device commands.
+  explicit Harness(const std::function<void(QSettings&)>& prepare = {}, bool recordDevices = true)
       : settings(dir.filePath("Kestrix.conf"), QSettings::IniFormat) {
     if (prepare) prepare(settings);
     settings.sync();
@@ -77,11 +78,13 @@ struct Harness {
     services.settings = &settings;
     services.dialog = &dialog;
     services.files = &files;
-    services.devices = [this](AppShell&) {
-      auto recorder = std::make_unique<RecordingDevices>();
-      devices = recorder.get();
-      return recorder;
-    };
+    if (recordDevices) {
+      services.devices = [this](AppShell&) {
+        auto recorder = std::make_unique<RecordingDevices>();
+        devices = recorder.get();
+        return recorder;
+      };
+    }
     services.startProgram = [this](const QString& program, const QStringList& arguments) {
       started << program + " " + arguments.join(' ');
       return false;

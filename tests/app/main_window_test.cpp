@@ -34,6 +34,7 @@ class MainWindowTest : public QObject {
   void clearTableAsksFirst_data();
   void clearTableAsksFirst();
   void onlyPinEditsCountAsChanges();
+  void standInDeviceCommandsSayNotYet();
 };
 
 namespace {
@@ -337,6 +338,15 @@ void MainWindowTest::onlyPinEditsCountAsChanges() {
   // The mask keeps its placeholders, which is how a short PIN is recognised later.
   QCOMPARE(project.pin, std::string("12__"));
   QVERIFY(project.changed);
+}
+
+void MainWindowTest::standInDeviceCommandsSayNotYet() {
+  Harness h([](QSettings& s) { s.setValue("Einstellungen/ComNr", "2"); }, false);
+  QCOMPARE(h.window->panelText(quillon::StatusPanel::Port),
+           QString("COM 2,9600, N ,8 ,1 not active"));
+  h.window->findChild<QPushButton*>("cmdMeldDown")->click();
+  QCOMPARE(h.dialog.texts(),
+           std::vector<std::string>{"This command is not available in this build yet."});
 }
 
 QTEST_MAIN(MainWindowTest)

@@ -1,5 +1,5 @@
-// The texts the main window builds: title, file-dialog filter, clock, the port status shown
-// before the link reports, and the twips conversion of the saved placement.
+// The texts the main window builds: title, file-dialog filter, clock, and the twips conversion
+// of the saved placement.
 
 #include <QtTest>
 
@@ -16,7 +16,7 @@ class ShellTextTest : public QObject {
   void title();
   void fileFilter_data();
   void fileFilter();
-  void clockAndPort();
+  void clock();
   void twips_data();
   void twips();
 };
@@ -60,11 +60,9 @@ void ShellTextTest::fileFilter() {
   QCOMPARE(fileDialogFilter(table), qt);
 }
 
-void ShellTextTest::clockAndPort() {
+void ShellTextTest::clock() {
   QCOMPARE(clockText(QDateTime(QDate(2012, 3, 5), QTime(7, 4, 9))),
            QString("05.03.2012   07:04:09"));
-  QCOMPARE(portStatusBeforeLink(1), std::string("COM 1,9600, N ,8 ,1 not active"));
-  QCOMPARE(portStatusBeforeLink(12), std::string("COM 12,9600, N ,8 ,1 not active"));
 }
 
 void ShellTextTest::twips_data() {
