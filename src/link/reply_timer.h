@@ -1,8 +1,9 @@
 #pragma once
-// The reply time-out of a wait for the module: it counts from the whole second in which the wait
-// began and has passed once strictly more than the limit lies between that second and now, so a
-// 20-second limit waits between 20 and 21 seconds. When the clock wraps at midnight the start
-// moves to the current whole second, so a wait begun shortly before midnight still ends.
+// The reply time-out of a wait for the module: both the start and the clock are read in whole
+// seconds, and the wait has passed once strictly more than the limit lies between them, so a
+// 20-second limit waits more than 20 and at most 21 seconds, whatever the fraction at the start.
+// When the clock wraps at midnight the start moves to the current whole second, so a wait begun
+// shortly before midnight still ends.
 
 #include "link/transfer.h"
 
@@ -21,11 +22,12 @@ class ReplyTimer {
   // Follows the clock across midnight; true once the limit is exceeded.
   [[nodiscard]] bool expired(TimeOfDay now) {
     if (now < m_start) m_start = wholeSecond(now);
-    return now - m_start > m_limit;
+    return wholeSecond(now) - m_start > m_limit;
   }
   // The first moment at which expired() holds, or midnight, where the start has to move.
   [[nodiscard]] TimeOfDay deadline() const {
-    const TimeOfDay due = m_start + m_limit + 1;
+    const TimeOfDay firstLate = m_start + m_limit + 1;
+    const TimeOfDay due = wholeSecond(firstLate + 999);
     return due < kDayLength ? due : kDayLength;
   }
 

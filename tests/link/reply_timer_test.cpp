@@ -26,23 +26,28 @@ TEST_P(ReplyTimeout, CountsFromTheWholeSecond) {
 INSTANTIATE_TEST_SUITE_P(
     Rows, ReplyTimeout,
     ::testing::Values(
-        TimerRow{"twentySecondsAfterAWholeSecondStillWaits", 10000, 30001, {{30000, false}}},
-        TimerRow{"oneMillisecondMoreTimesOut", 10000, 30001, {{30001, true}}},
-        TimerRow{"twentySecondsLessOneMillisecondStillWaits", 10000, 30001, {{29999, false}}},
-        TimerRow{
-            "halfwayIntoASecondOnly19501IsTooLate", 10500, 30001, {{30000, false}, {30001, true}}},
-        TimerRow{"twentyOneSecondsHaveTimedOut", 10500, 30001, {{31500, true}}},
-        // Begun at x.999 the wait is measured from x.000: it ends after 19.002 seconds.
-        TimerRow{"startTruncatedStillWaitsAfter19001", 10999, 30001, {{30000, false}}},
-        TimerRow{"startTruncatedTimesOutAfter19002", 10999, 30001, {{30001, true}}},
+        TimerRow{"twentySecondsAfterAWholeSecondStillWaits", 10000, 31000, {{30000, false}}},
+        TimerRow{"theTwentyFirstSecondStillWaits", 10000, 31000, {{30999, false}}},
+        TimerRow{"twentyOneSecondsHaveTimedOut", 10000, 31000, {{31000, true}}},
+        TimerRow{"halfwayIntoASecondWaitsTwentySecondsLessOneMillisecond",
+                 10500,
+                 31000,
+                 {{30499, false}, {30999, false}}},
+        TimerRow{"halfwayIntoASecondTimedOutAfterTwentyOne", 10500, 31000, {{31500, true}}},
+        // Begun at x.999 the wait still lasts just over 20 seconds: it ends at x+21.000.
+        TimerRow{"lateInASecondStillWaitsTwentySecondsLessOneMillisecond",
+                 10999,
+                 31000,
+                 {{30998, false}}},
+        TimerRow{"lateInASecondTimesOutAfterJustOverTwentySeconds", 10999, 31000, {{31000, true}}},
         TimerRow{"midnightMovesTheStartToTheNewDay",
                  86395500,
                  86400000,
-                 {{86399999, false}, {3, false}, {20000, false}, {20001, true}}},
+                 {{86399999, false}, {3, false}, {20999, false}, {21000, true}}},
         TimerRow{"firstLookAfterMidnightLate",
                  86399000,
                  86400000,
-                 {{2500, false}, {22000, false}, {22001, true}}}),
+                 {{2500, false}, {22999, false}, {23000, true}}}),
     [](const auto& p) { return std::string(p.param.name); });
 
 struct EngineTimeRow {
@@ -61,8 +66,8 @@ TEST_P(EngineReplyTime, AReplyAtTheBoundary) {
   h.deadline(10999);
   h.forget();
   EXPECT_EQ(h.wire, "");
-  EXPECT_EQ(h.due(), 30001);
-  h.deadline(30000);
+  EXPECT_EQ(h.due(), 31000);
+  h.deadline(30999);
   EXPECT_EQ(h.events, std::vector<std::string>{});
   h.bytes(ACK, GetParam().replyAt);
   if (GetParam().timedOut) {
@@ -76,8 +81,8 @@ TEST_P(EngineReplyTime, AReplyAtTheBoundary) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, EngineReplyTime,
-                         ::testing::Values(EngineTimeRow{"lastMomentIsInTime", 30000, false},
-                                           EngineTimeRow{"oneMillisecondLateTimedOut", 30001,
+                         ::testing::Values(EngineTimeRow{"lastMomentIsInTime", 30999, false},
+                                           EngineTimeRow{"oneMillisecondLateTimedOut", 31000,
                                                          true}),
                          [](const auto& p) { return std::string(p.param.name); });
 
@@ -87,10 +92,10 @@ TEST(EngineReplyTime, ASignInAcrossMidnightEndsTwentySecondsIntoTheNewDay) {
   EXPECT_EQ(h.due(), 86400000);
   h.deadline(0);
   EXPECT_EQ(h.events.size(), 3U);  // only what the start reported
-  EXPECT_EQ(h.due(), 20001);
-  h.deadline(20000);
+  EXPECT_EQ(h.due(), 21000);
+  h.deadline(20999);
   EXPECT_EQ(h.only("box"), std::vector<std::string>{});
-  h.deadline(20001);
+  h.deadline(21000);
   EXPECT_EQ(h.only("box"),
             (std::vector<std::string>{"box : Timeout", "box Terminal: Telvane not ready"}));
 }
@@ -111,7 +116,7 @@ TEST(EngineReplyTime, ShorterReplyTimeoutFromTheSettings) {
   settings.replyTimeout = 2000;
   Harness h(sendJob("AB"), settings);
   h.start(4321);
-  EXPECT_EQ(h.due(), 6001);
+  EXPECT_EQ(h.due(), 7000);
 }
 
 }  // namespace

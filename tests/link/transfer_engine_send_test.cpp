@@ -123,14 +123,14 @@ INSTANTIATE_TEST_SUITE_P(
                       SignInFailureRow{"silentModule",
                                        0,
                                        "",
-                                       {startAt(500), deadlineAt(20001)},
+                                       {startAt(500), deadlineAt(21000)},
                                        {"box : Timeout", "box Terminal: Telvane not ready"},
                                        {"title No response", "title No connection"},
                                        "??"},
                       SignInFailureRow{"silentModuleGerman",
                                        1,
                                        "",
-                                       {startAt(500), deadlineAt(20001)},
+                                       {startAt(500), deadlineAt(21000)},
                                        {"box : Timeout", "box Terminal: Telvane nicht bereit"},
                                        {"title No response", "title No connection"},
                                        "??"},
@@ -138,7 +138,7 @@ INSTANTIATE_TEST_SUITE_P(
                           "silentInTheSecondRound",
                           0,
                           "",
-                          {startAt(0), bytesAt(100, "x"), deadlineAt(1100), deadlineAt(21001)},
+                          {startAt(0), bytesAt(100, "x"), deadlineAt(1100), deadlineAt(22000)},
                           {"box : Timeout", "box Terminal: Telvane not ready"},
                           {"title No response", "title No connection"},
                           "????"},
@@ -349,7 +349,7 @@ INSTANTIATE_TEST_SUITE_P(
                                {"box Terminal: Transfer ok, but no final confirmation  [!]"},
                                {}},
                       FinalRow{"silence",
-                               {deadlineAt(22101)},
+                               {deadlineAt(23000)},
                                {"box : Timeout",
                                 "box Terminal: Transfer ok, but no final confirmation  [!]"},
                                {"title No response", "title Download active"}}),
@@ -359,8 +359,8 @@ TEST(TransferEngineSend, TimeOutWhileSendingEndsAsCancel) {
   Harness h(sendJob(std::string(64, 'A') + "B", "M0041"));
   h.signIn();
   h.bytes(ACK, 2000);
-  EXPECT_EQ(h.due(), 22001);
-  h.deadline(22001);
+  EXPECT_EQ(h.due(), 23000);
+  h.deadline(23000);
   EXPECT_EQ(h.only("box"), Lines{"box : Timeout"});
   EXPECT_EQ(h.only("title"), (Lines{"title No response", "title Cancel"}));
   EXPECT_EQ(h.engine().comment(), "Cancel");
