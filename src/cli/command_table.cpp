@@ -7,7 +7,8 @@
 #define QUILLON_CLI_COMMANDS(X) \
   X(kCheckCommand)              \
   X(kResaveCommand)             \
-  X(kIdentifyCommand)
+  X(kIdentifyCommand)           \
+  X(kPrintCommand)
 
 namespace quillon::cli {
 
