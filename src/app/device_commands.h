@@ -1,6 +1,6 @@
 #pragma once
-// What the main window hands to the commands that talk to the module (and to the printer), and
-// the commands it calls. The main window only dispatches: each menu entry, toolbar button and
+// What the main window hands to the commands that talk to the module, and the commands it
+// calls. The main window only dispatches: each menu entry, toolbar button and
 // page button calls one method here, and the implementation reaches the project, the boxes and
 // the status bar through AppShell.
 
@@ -48,7 +48,6 @@ class DeviceCommands {
   virtual void smsCentreList() = 0;           // MenuConfigSMSC, cmdSMSCList
   virtual void identifyDevice() = 0;          // mnuConfigVersion
   virtual void readLogger() = 0;              // MenuHelpMonitor
-  virtual void printTables() = 0;             // MenuFilePrint, "tbPrint"
   // Status-bar panel 1 at start-up (Windows-1252).
   [[nodiscard]] virtual std::string portStatusText() const = 0;
   virtual void closePort() = 0;  // shut-down, after the close question
@@ -76,7 +75,6 @@ class UnavailableDeviceCommands : public DeviceCommands {
   void smsCentreList() override { unavailable(); }
   void identifyDevice() override { unavailable(); }
   void readLogger() override { unavailable(); }
-  void printTables() override { unavailable(); }
   [[nodiscard]] std::string portStatusText() const override;
   void closePort() override {}
 

@@ -8,8 +8,6 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPageSetupDialog>
-#include <QPrinter>
 #include <QProcess>
 #include <QScreen>
 #include <QToolButton>
@@ -59,6 +57,7 @@ Anfang::Anfang(AnfangServices services, QWidget* parent)
   }
 
   m_status = std::make_unique<StatusPanels>(statusBar());
+  m_print = std::make_unique<PrintService>(*m_dialog);
   buildMenus();
   buildToolbar();
   buildPages();
@@ -169,8 +168,8 @@ void Anfang::buildMenus() {
   addAction(file, "MenuFileSave", &Anfang::fileSave);
   addAction(file, "MenuFileSaveAs", &Anfang::fileSaveAs);
   file->addSeparator();
-  addAction(file, "MenuFilePrint", [this] { m_devices->printTables(); });
-  addAction(file, "MenuFileIns5", &Anfang::printerSetUp);
+  addAction(file, "MenuFilePrint", &Anfang::print);
+  addAction(file, "MenuFileIns5", [this] { m_print->showPrinterSetup(this); });
   file->addSeparator();
   for (int i = 0; i < kRecentFileCount; ++i) {
     QAction* recent = file->addAction(QString());
@@ -236,7 +235,7 @@ void Anfang::toolbarClicked(const QString& key) {
   if (key == "tbNew") fileNew();
   if (key == "tbOpen") fileOpen();
   if (key == "tbSave") fileSave();
-  if (key == "tbPrint") m_devices->printTables();
+  if (key == "tbPrint") print();
   if (key == "tbDown") m_devices->downloadAll();
   if (key == "tbUp") m_devices->uploadAll();
   if (key == "tbClear") clearCurrentTable();
@@ -317,10 +316,8 @@ void Anfang::showAbout() {
   about.exec();
 }
 
-void Anfang::printerSetUp() {
-  QPrinter printer;
-  QPageSetupDialog setUp(&printer, this);
-  setUp.exec();
+void Anfang::print() {
+  m_print->showPrintDialog(this, m_state.project, m_state.texts, m_state.currentFile);
 }
 
 }  // namespace quillon::app

@@ -23,6 +23,7 @@
 #include "app/file_picker.h"
 #include "app/status_panels.h"
 #include "app/table_model.h"
+#include "print/qt/print_service.h"
 #include "project/validation.h"
 
 namespace quillon::app {
@@ -109,7 +110,7 @@ class Anfang : public QMainWindow, public AppShell {
   void runHelp(const QString& file);
   void openTrafficLog();
   void showAbout();
-  void printerSetUp();
+  void print();
   void edited();
 
   AnfangServices m_services;
@@ -122,6 +123,7 @@ class Anfang : public QMainWindow, public AppShell {
   AppState m_state;
   std::unique_ptr<DeviceCommands> m_devices;
   std::unique_ptr<StatusPanels> m_status;
+  std::unique_ptr<PrintService> m_print;
 
   QToolBar* m_toolbar = nullptr;
   QLabel* m_flagPicture = nullptr;

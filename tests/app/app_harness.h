@@ -60,7 +60,6 @@ class RecordingDevices : public DeviceCommands {
   void smsCentreList() override { calls << "smsCentreList"; }
   void identifyDevice() override { calls << "identifyDevice"; }
   void readLogger() override { calls << "readLogger"; }
-  void printTables() override { calls << "printTables"; }
   std::string portStatusText() const override { return "COM 3,9600, N ,8 ,1 not active"; }
   void closePort() override { calls << "closePort"; }
 

@@ -29,6 +29,8 @@ class MainWindowTest : public QObject {
   void languageSwitchReappliesCaptions();
   void commandsReachTheDevice_data();
   void commandsReachTheDevice();
+  void printOpensPrintDialog_data();
+  void printOpensPrintDialog();
   void logButtonHidesItself();
   void helpViewerMissingIsReported();
   void clearTableAsksFirst_data();
@@ -257,6 +259,29 @@ void MainWindowTest::commandsReachTheDevice() {
     h.window->findChild<QAction*>(control)->trigger();
   }
   QCOMPARE(h.devices->calls, QStringList{call});
+}
+
+void MainWindowTest::printOpensPrintDialog_data() {
+  QTest::addColumn<QString>("control");
+  QTest::newRow("toolbar") << "tbPrint";
+  QTest::newRow("fileMenu") << "MenuFilePrint";
+}
+
+void MainWindowTest::printOpensPrintDialog() {
+  QFETCH(QString, control);
+  Harness h;
+  QString opened;
+  QString title;
+  quillon::app::testing::ModalAnswer answer([&](QDialog* dialog) {
+    opened = dialog->objectName();
+    title = dialog->windowTitle();
+    dialog->reject();
+  });
+  h.window->findChild<QAction*>(control)->trigger();
+  QVERIFY(answer.ran);
+  QCOMPARE(opened, QString("PrtForm"));
+  QCOMPARE(title, QString("Print"));
+  QVERIFY(h.dialog.boxes.empty());
 }
 
 void MainWindowTest::logButtonHidesItself() {
