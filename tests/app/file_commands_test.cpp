@@ -1,0 +1,179 @@
+// New / Open / Save as / recent files of the main window against real files.
+
+#include <QAction>
+#include <QFile>
+#include <QtTest>
+
+#include "app_harness.h"
+
+using quillon::BoxAnswer;
+using quillon::BoxButtons;
+using quillon::BoxIcon;
+using quillon::app::testing::Harness;
+
+class FileCommandsTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void saveAsReplaceQuestion_data();
+  void saveAsReplaceQuestion();
+  void openAsksToSaveFirst_data();
+  void openAsksToSaveFirst();
+  void missingRecentFileIsRemoved();
+  void newKeepsPathAndClearsTables();
+};
+
+namespace {
+
+QByteArray readFile(const QString& path) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  return file.readAll();
+}
+
+void writeFile(const QString& path, const QByteArray& bytes) {
+  QFile file(path);
+  QVERIFY(file.open(QIODevice::WriteOnly));
+  file.write(bytes);
+}
+
+// What the project below writes first: message 1 with both marks, then message 2 empty.
+const QByteArray kSavedStart = "MCHallo;Halle 1\r\nM@;\r\n";
+
+}  // namespace
+
+void FileCommandsTest::saveAsReplaceQuestion_data() {
+  QTest::addColumn<BoxAnswer>("answer");
+  QTest::addColumn<bool>("savedOverOld");
+  QTest::addColumn<int>("dialogsShown");
+
+  QTest::newRow("yesReplaces") << BoxAnswer::Yes << true << 1;
+  QTest::newRow("noChoosesAgain") << BoxAnswer::No << false << 2;
+  QTest::newRow("cancelStillSavesOver") << BoxAnswer::Cancel << true << 1;
+}
+
+void FileCommandsTest::saveAsReplaceQuestion() {
+  QFETCH(BoxAnswer, answer);
+  QFETCH(bool, savedOverOld);
+  QFETCH(int, dialogsShown);
+
+  Harness h;
+  const QString old = h.path("old.EAY");
+  const QString other = h.path("other.EAY");
+  writeFile(old, "old content\r\n");
+  quillon::Project& project = h.window->state().project;
+  project.messages.setCell(1, 1, "x");
+  project.messages.setCell(1, 2, "x");
+  project.messages.setCell(1, 4, "Hallo");
+  project.messages.setCell(1, 5, "Halle 1");
+  project.changed = true;
+  h.files.paths = {old, other};
+  h.dialog.answer(answer);
+
+  h.window->fileSaveAs();
+
+  QCOMPARE(h.dialog.boxes.size(), std::size_t{1});
+  const quillon::Box expected{"Kestrix", "Replace existing file? - " + old.toStdString() + "?",
+                              BoxIcon::Question, BoxButtons::YesNoCancel, BoxAnswer::Yes};
+  QCOMPARE(h.dialog.boxes[0], expected);
+  QCOMPARE(h.files.titles.size(), dialogsShown);
+  QCOMPARE(h.files.titles.front(), QString("Save message file"));
+  QCOMPARE(h.files.filters.front(), QString("Message files (*.EAY)"));
+  const QString target = savedOverOld ? old : other;
+  QVERIFY(readFile(target).startsWith(kSavedStart));
+  if (!savedOverOld) QCOMPARE(readFile(old), QByteArray("old content\r\n"));
+  QCOMPARE(h.window->state().currentFile, target);
+  QCOMPARE(h.window->state().recentFiles, QStringList{target});
+  QCOMPARE(h.settings.value("Settings/Recent1").toString(), target);
+  QVERIFY(!project.changed);
+}
+
+void FileCommandsTest::openAsksToSaveFirst_data() {
+  QTest::addColumn<BoxAnswer>("answer");
+  QTest::addColumn<QStringList>("pickedPaths");  // "" cancels that dialog; "A" is the file
+  QTest::addColumn<QStringList>("dialogTitles");
+
+  QTest::newRow("noDropsTheChanges")
+      << BoxAnswer::No << QStringList{"A"} << QStringList{"Open message file"};
+  QTest::newRow("yesThenCancelledSaveDialogStillOpens")
+      << BoxAnswer::Yes << QStringList{"", "A"}
+      << QStringList{"Save message file", "Open message file"};
+}
+
+void FileCommandsTest::openAsksToSaveFirst() {
+  QFETCH(BoxAnswer, answer);
+  QFETCH(QStringList, pickedPaths);
+  QFETCH(QStringList, dialogTitles);
+
+  Harness h;
+  const QString file = h.path("A.EAY");
+  writeFile(file, "MAErste Meldung;Kommentar\r\nF01Filter;\r\nL1;;04D2;Station Nord\r\n");
+  quillon::Project& project = h.window->state().project;
+  project.messages.setCell(7, 4, "ungespeichert");
+  project.changed = true;
+  for (const QString& p : pickedPaths) h.files.paths.push_back(p == "A" ? file : p);
+  h.dialog.answer(answer);
+
+  h.window->fileOpen();
+
+  QCOMPARE(h.dialog.texts(), std::vector<std::string>{"Data changed. Save?"});
+  QCOMPARE(h.files.titles, dialogTitles);
+  QCOMPARE(project.messages.cell(1, 1), std::string("x"));
+  QCOMPARE(project.messages.cell(1, 4), std::string("Erste Meldung"));
+  QCOMPARE(project.messages.cell(1, 5), std::string("Kommentar"));
+  QCOMPARE(project.messages.cell(7, 4), std::string());
+  QCOMPARE(project.filters.cell(1, 1), std::string("Filter"));
+  QCOMPARE(project.pin, std::string("1234"));
+  QVERIFY(!project.changed);
+  QCOMPARE(h.window->state().currentFile, file);
+  QCOMPARE(h.window->windowTitle(), "[" + file + "] Quillon ");
+}
+
+void FileCommandsTest::missingRecentFileIsRemoved() {
+  QTemporaryDir files;
+  const QString missing = files.filePath("gone.EAY");
+  const QString present = files.filePath("here.EAY");
+  writeFile(present, "M@Da;\r\n");
+  Harness h([&](QSettings& s) {
+    s.setValue("Settings/Recent1", missing);
+    s.setValue("Settings/Recent2", present);
+  });
+  auto* first = h.window->findChild<QAction*>("MenuFileIns8");
+  QVERIFY(first->isVisible());
+
+  first->trigger();
+
+  QCOMPARE(h.dialog.texts(), std::vector<std::string>{"File not found"});
+  QCOMPARE(h.window->state().recentFiles, QStringList{present});
+  QCOMPARE(h.settings.value("Settings/Recent1").toString(), present);
+  QVERIFY(!h.settings.contains("Settings/Recent2"));
+  QVERIFY(!h.window->findChild<QAction*>("MenuFileIns9")->isVisible());
+  QCOMPARE(h.window->state().currentFile, QString("NEW.EAY"));
+
+  first->trigger();
+  QCOMPARE(h.window->state().project.messages.cell(1, 4), std::string("Da"));
+  QCOMPARE(h.window->state().currentFile, present);
+}
+
+void FileCommandsTest::newKeepsPathAndClearsTables() {
+  Harness h;
+  quillon::Project& project = h.window->state().project;
+  project.messages.setCell(1, 4, "weg");
+  project.pin = "1234";
+  project.flags.entries[3] = "2;2";
+  project.flags.used[3] = true;
+  h.window->state().currentFile = h.path("keep.EAY");
+
+  h.window->findChild<QAction*>("MenuFileNew")->trigger();
+
+  QVERIFY(h.dialog.boxes.empty());
+  QCOMPARE(project.messages.cell(1, 4), std::string());
+  QCOMPARE(project.pin, std::string("____"));
+  QCOMPARE(project.flags.entries[3], std::string("-1;-1"));
+  QVERIFY(!project.flags.used[3]);
+  QCOMPARE(h.window->state().currentFile, h.path("keep.EAY"));
+  QCOMPARE(h.window->findChild<QLineEdit*>("PinNummer")->displayText(), QString("____"));
+}
+
+QTEST_MAIN(FileCommandsTest)
+#include "file_commands_test.moc"
