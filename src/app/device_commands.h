@@ -48,6 +48,7 @@ class DeviceCommands {
   virtual void smsCentreList() = 0;           // MenuConfigSMSC, cmdSMSCList
   virtual void identifyDevice() = 0;          // mnuConfigVersion
   virtual void readLogger() = 0;              // MenuHelpMonitor
+  virtual void substitutionTable() {}         // mnuConfigUmlaut
   // Status-bar panel 1 at start-up (Windows-1252).
   [[nodiscard]] virtual std::string portStatusText() const = 0;
   virtual void closePort() = 0;  // shut-down, after the close question

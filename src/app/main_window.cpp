@@ -188,6 +188,7 @@ void Anfang::buildMenus() {
   addAction(config, "MenuConfigCom", [this] { m_devices->portSettings(); });
   addAction(config, "MenuConfigSMSC", [this] { m_devices->smsCentreList(); });
   addAction(config, "mnuConfigVersion", [this] { m_devices->identifyDevice(); });
+  addAction(config, "mnuConfigUmlaut", [this] { m_devices->substitutionTable(); });
 
   QMenu* options = named(bar->addMenu(QString()), "mnuOptions");
   QMenu* language = named(options->addMenu(QString()), "mnuSprache");

@@ -35,6 +35,7 @@ void Anfang::applyCaptions() {
       {"MenuConfigCom", slot::kSerialPort, Part::Text},
       {"MenuConfigSMSC", slot::kSmscListMenu, Part::Text},
       {"mnuConfigVersion", slot::kFirmwareVersion, Part::Text},
+      {"mnuConfigUmlaut", slot::kSpecialCharacters, Part::Text},
       {"mnuOptions", slot::kOptions, Part::Text},
       {"mnuSprache", slot::kLanguage, Part::Text},
       {"mnuLangEnglish", slot::kEnglish, Part::Text},

@@ -1,0 +1,229 @@
+#include "app/device/module_commands.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QEventLoop>
+
+#include "app/device/monitor_dialog.h"
+#include "app/device/properties_dialog.h"
+#include "app/device/quittung_dialog.h"
+#include "app/device/smsc_list_dialog.h"
+#include "app/device/umlaut_dialog.h"
+#include "app/device/version_dialog.h"
+#include "serial/port_names.h"
+#include "serial/port_settings.h"
+#include "text/code_page.h"
+#include "text/umlaut_file.h"
+#include "transfer/download.h"
+#include "transfer/logger.h"
+#include "transfer/upload.h"
+
+namespace quillon::app::device {
+
+DeviceCommandsFactory moduleCommandsFactory(ModuleCommandsOptions options) {
+  return [options](AppShell& shell) -> std::unique_ptr<DeviceCommands> {
+    auto commands = std::make_unique<ModuleCommands>(shell, options);
+    if (options.created) options.created(*commands);
+    return commands;
+  };
+}
+
+QString takePortArgument(QStringList& arguments) {
+  for (qsizetype i = 1; i < arguments.size(); ++i) {
+    const QString& argument = arguments[i];
+    if (argument.startsWith(QStringLiteral("--port="))) {
+      const QString value = argument.mid(7);
+      arguments.removeAt(i);
+      return value;
+    }
+    if (argument == QStringLiteral("--port") && i + 1 < arguments.size()) {
+      const QString value = arguments[i + 1];
+      arguments.remove(i, 2);
+      return value;
+    }
+  }
+  return {};
+}
+
+ModuleCommands::ModuleCommands(AppShell& shell, ModuleCommandsOptions options)
+    : m_shell(shell),
+      m_options(std::move(options)),
+      m_serial(shell.dialog()),
+      m_link(m_serial, shell.dialog(), [this] { prepareLink(); }) {
+  m_files = m_options.files;
+  if (!m_files) {
+    m_ownFiles = std::make_unique<QtFilePicker>(shell.window());
+    m_files = m_ownFiles.get();
+  }
+  m_term = new Term(shell.status(), shell.window());
+  m_serial.setObserver(m_term);
+  m_serial.setTrafficLog(&shell.state().trafficLog);
+  m_serial.setStatusDisplay(&shell.status());
+  connect(m_term, &Term::cancelRequested, &m_serial, &SerialLink::cancel);
+}
+
+ModuleCommands::~ModuleCommands() {
+  m_serial.setObserver(nullptr);
+  delete m_term;
+  delete m_quittung;
+}
+
+PortId ModuleCommands::currentPort() const {
+  if (!m_options.port.isEmpty()) {
+    if (auto port = resolvePort(m_options.port)) return *port;
+    // A number that names no device yet: it may be registered before the next transfer.
+    QString digits = m_options.port;
+    if (digits.startsWith(QStringLiteral("COM"), Qt::CaseInsensitive)) digits = digits.mid(3);
+    return PortId{digits.toInt(), {}};
+  }
+  const int number = m_shell.state().portNumber;
+  return PortId{number, deviceForPortNumber(number)};
+}
+
+std::string ModuleCommands::portStatusText() const {
+  const PortId port = currentPort();
+  const std::string name =
+      port.number > 0 ? PortNumberText(port.number) : " " + utf8ToCp1252(port.device.toStdString());
+  return PortStatusText(name, m_serial.settingsString(), m_serial.handshaking(), m_serial.isOpen());
+}
+
+void ModuleCommands::prepareLink() {
+  const AppState& state = m_shell.state();
+  const PortId port = currentPort();
+  if (port.device != m_serial.port().device || port.number != m_serial.port().number)
+    m_serial.setPort(port);
+  EngineSettings settings = m_serial.engineSettings();
+  settings.blockLength = state.limits.blockLength;
+  settings.replyTimeout = m_options.replyTimeout;
+  settings.language = state.language;
+  m_serial.setEngineSettings(settings);
+  m_link.setLanguage(state.language);
+  m_term->setCancelCaption(state.text(slot::kCancelTransfer));
+}
+
+LinkContext ModuleCommands::linkContext() {
+  AppState& state = m_shell.state();
+  return LinkContext{m_link,       m_shell.dialog(), m_shell.status(),
+                     state.limits, state.session,    state.language};
+}
+
+TransferHooks ModuleCommands::hooks() {
+  TransferHooks hooks;
+  hooks.showIdentification = [this] { showIdentification(); };
+  hooks.saveProjectAs = [this] { saveProjectAs(); };
+  // Repaints only: a click waiting in the queue must not start a second command meanwhile.
+  hooks.processEvents = [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); };
+  return hooks;
+}
+
+void ModuleCommands::transfer(const std::function<void(TransferContext&, int&)>& procedure) {
+  if (m_busy || m_serial.transferRunning()) return;
+  m_busy = true;
+  AppState& state = m_shell.state();
+  LinkContext link = linkContext();
+  TransferContext context{link, state.texts, state.project, hooks()};
+  int result = kResultOk;
+  procedure(context, result);
+  m_lastResult = result;
+  m_busy = false;
+  // Uploads fill the tables, downloads write back normalised numbers, the identity may have
+  // raised the message limit.
+  m_shell.projectReplaced();
+}
+
+void ModuleCommands::downloadAll() { transfer(DownloadAll); }
+void ModuleCommands::uploadAll() { transfer(ReadAll); }
+void ModuleCommands::downloadMessages() { transfer(DownloadMessages); }
+void ModuleCommands::uploadMessages() { transfer(UploadMessages); }
+void ModuleCommands::downloadPhones() { transfer(WriteT); }
+void ModuleCommands::uploadPhones() { transfer(UploadPhoneNumbers); }
+void ModuleCommands::downloadConfiguration() { transfer(WriteP); }
+void ModuleCommands::uploadConfiguration() { transfer(ReadP); }
+void ModuleCommands::downloadFlags() { transfer(WriteEasy800); }
+void ModuleCommands::uploadFlags() { transfer(ReadEasy800); }
+
+void ModuleCommands::saveProjectAs() {
+  // The main window's own "Save as", with its file dialog and overwrite question.
+  if (auto* action = m_shell.window()->findChild<QAction*>("MenuFileSaveAs")) action->trigger();
+}
+
+void ModuleCommands::readIdentity() {
+  if (m_serial.transferRunning()) return;
+  LinkContext link = linkContext();
+  (void)ReadIdentity(link);
+  m_shell.projectReplaced();
+}
+
+void ModuleCommands::showIdentification() {
+  VersionDialog version(
+      m_shell.state().session.identity, m_shell.dialog(), [this] { readIdentity(); },
+      m_shell.window());
+  (void)version.exec();
+}
+
+void ModuleCommands::identifyDevice() {
+  if (m_busy) return;
+  m_busy = true;
+  showIdentification();
+  m_busy = false;
+}
+
+void ModuleCommands::readLogger() {
+  if (m_busy) return;
+  m_busy = true;
+  MonitorDialog monitor(
+      m_shell.state(), m_shell.dialog(), *m_files,
+      [this](std::string& text) {
+        if (m_serial.transferRunning()) return;
+        AppState& state = m_shell.state();
+        LinkContext link = linkContext();
+        TransferContext context{link, state.texts, state.project, hooks()};
+        int result = kResultOk;
+        ReadLogger(context, text, result);
+        m_lastResult = result;
+        m_shell.projectReplaced();
+      },
+      m_shell.window());
+  (void)monitor.exec();
+  m_busy = false;
+}
+
+void ModuleCommands::acknowledgementRequest() {
+  if (m_busy) return;
+  if (!m_quittung)
+    m_quittung = new QuittungDialog(m_shell.state(), m_shell.dialog(), m_shell.window());
+  m_busy = true;
+  m_quittung->showRequest();
+  m_busy = false;
+}
+
+void ModuleCommands::portSettings() {
+  if (m_busy) return;
+  m_busy = true;
+  m_serial.setPort(currentPort());
+  PropertiesDialog properties(m_shell.state(), m_serial, m_shell.dialog(), m_shell.status(),
+                              m_shell.window());
+  // A number chosen in the dialog replaces a port named on the command line.
+  if (properties.exec() == QDialog::Accepted && m_serial.port().number > 0) m_options.port.clear();
+  m_busy = false;
+}
+
+void ModuleCommands::smsCentreList() {
+  if (m_busy) return;
+  m_busy = true;
+  SmscListDialog list(m_shell.state(), m_shell.window());
+  if (list.exec() == QDialog::Accepted) m_shell.projectReplaced();
+  m_busy = false;
+}
+
+void ModuleCommands::substitutionTable() {
+  if (m_busy) return;
+  m_busy = true;
+  UmlautDialog editor(m_shell.state(), m_shell.dialog(), defaultUmlautPath(), m_shell.window());
+  (void)editor.exec();
+  m_busy = false;
+}
+
+void ModuleCommands::closePort() { m_serial.closeLinkPort(); }
+
+}  // namespace quillon::app::device
