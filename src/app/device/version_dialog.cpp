@@ -119,6 +119,7 @@ VersionDialog::VersionDialog(DeviceIdentity& identity, UserDialog& dialog,
   layout->addLayout(notice);
   layout->addLayout(buttons);
 
+  m_blink.setParent(this);
   m_blink.setObjectName("Timer1");
   m_blink.setInterval(kBlinkInterval);
   connect(&m_blink, &QTimer::timeout, this, &VersionDialog::blink);

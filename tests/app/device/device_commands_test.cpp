@@ -1,0 +1,317 @@
+// The device commands behind the main window, with telvane-sim on a pseudo-terminal registered
+// as port 1: a download from the page button, "Download all" read back by "Read all", Cancel in
+// the middle of a transfer, a wrong module, and the SMS-centre list.
+
+#include <QAction>
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QtTest>
+#include <functional>
+#include <memory>
+
+#include "app/device/module_commands.h"
+#include "app/qt_text.h"
+#include "app_harness.h"
+#include "sim_module.h"
+
+using quillon::BoxAnswer;
+using quillon::ModuleLimits;
+using quillon::StatusPanel;
+using quillon::app::Anfang;
+using quillon::app::AnfangServices;
+using quillon::app::device::ModuleCommands;
+using quillon::app::device::ModuleCommandsOptions;
+
+namespace {
+
+// The module answers within milliseconds; this only bounds a test that has gone wrong.
+constexpr quillon::TimeOfDay kReplyTimeout = 3000;
+
+// One main window with the real device commands, its boxes and files scripted, talking to a
+// simulated module that keeps its memory in a state file.
+struct Rig {
+  explicit Rig(const QStringList& simOptions = {})
+      : settings(dir.filePath("Kestrix.conf"), QSettings::IniFormat),
+        sim(QStringLiteral("telvane"),
+            QStringList{"--register", "1", "--state", statePath()} + simOptions) {
+    ModuleCommandsOptions options;
+    options.files = &files;
+    options.replyTimeout = kReplyTimeout;
+    options.created = [this](ModuleCommands& created) { commands = &created; };
+    AnfangServices services;
+    services.settings = &settings;
+    services.dialog = &dialog;
+    services.files = &files;
+    services.devices = quillon::app::device::moduleCommandsFactory(options);
+    window = std::make_unique<Anfang>(services);
+  }
+
+  [[nodiscard]] QString statePath() const { return dir.filePath("module.state"); }
+  [[nodiscard]] QString transferStatus() const { return window->panelText(StatusPanel::Transfer); }
+  template <typename T>
+  T* find(const char* name) const {
+    return window->findChild<T*>(QString::fromLatin1(name));
+  }
+  void click(const char* button) const { find<QPushButton>(button)->click(); }
+  void trigger(const char* action) const { find<QAction>(action)->trigger(); }
+  [[nodiscard]] quillon::Project& project() const { return window->state().project; }
+
+  // What the simulated module holds of one kind, from its state file.
+  [[nodiscard]] std::string moduleImage(char kind) const {
+    QFile file(statePath());
+    if (!file.open(QIODevice::ReadOnly)) return "(no state file)";
+    const std::string state = file.readAll().toStdString();
+    const std::string head = std::string("\n") + kind + ' ';
+    const std::size_t at = state.find(head);
+    if (at == std::string::npos) return "(no record)";
+    const std::size_t eol = state.find('\n', at + 1);
+    const std::size_t length = std::stoul(state.substr(at + 3, eol - at - 3));
+    return state.substr(eol + 1, length);
+  }
+
+  QTemporaryDir dir;
+  QSettings settings;
+  quillon::testing::SimModule sim;
+  quillon::testing::ScriptedDialog dialog;
+  quillon::app::testing::ScriptedFiles files;
+  ModuleCommands* commands = nullptr;
+  std::unique_ptr<Anfang> window;
+};
+
+// Runs `check` once, from the event loop, as soon as `ready` holds.
+class WhenReady {
+ public:
+  WhenReady(std::function<bool()> ready, std::function<void()> check)
+      : m_ready(std::move(ready)), m_check(std::move(check)) {
+    QObject::connect(&m_timer, &QTimer::timeout, [this] {
+      if (ran || !m_ready()) return;
+      ran = true;
+      m_timer.stop();
+      m_check();
+    });
+    m_timer.start(5);
+  }
+  bool ran = false;
+
+ private:
+  std::function<bool()> m_ready;
+  std::function<void()> m_check;
+  QTimer m_timer;
+};
+
+std::string repeated(const std::string& text, int times) {
+  std::string all;
+  for (int i = 0; i < times; ++i) all += text;
+  return all;
+}
+
+}  // namespace
+
+class DeviceCommandsTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void messagesDownloadFromTheButton();
+  void readAllReturnsWhatDownloadAllSent();
+  void cancelEndsTheTransferAtOnce();
+  void wrongModuleOpensTheIdentification();
+  void smsCentreList_data();
+  void smsCentreList();
+};
+
+void DeviceCommandsTest::messagesDownloadFromTheButton() {
+  Rig rig;
+  QVERIFY(rig.sim.running());
+  rig.project().messages.setCell(1, quillon::kAckColumn, "x");
+  rig.project().messages.setCell(1, quillon::kMessageTextColumn, "Pumpe 1 gest\xF6rt");
+  rig.window->projectReplaced();
+
+  rig.click("cmdMeldDown");
+
+  QCOMPARE(rig.commands->lastResult(), 0);
+  QCOMPARE(rig.transferStatus(), QStringLiteral("Download successful"));
+  QCOMPARE(rig.dialog.texts(), std::vector<std::string>{"Telvane ready ?"});
+  QVERIFY(!rig.commands->term().isVisible());
+  // Header, message 1 acknowledged with its umlaut in the GSM code, 99 empty messages, the
+  // empty acknowledgement request, ten empty filters, the end mark.
+  const std::string expected = std::string("A;\xB6") + "APumpe 1 gest|rt\xB6" +
+                               repeated("@\xB6", 99) + "Q \xB6" + repeated("\xB6", 10) + "\xFD";
+  QCOMPARE(rig.moduleImage('M'), expected);
+}
+
+void DeviceCommandsTest::readAllReturnsWhatDownloadAllSent() {
+  Rig rig;
+  quillon::Project& project = rig.project();
+  project.messages.setCell(1, quillon::kCallBackColumn, "x");
+  project.messages.setCell(1, quillon::kMessageTextColumn, "Druck zu hoch");
+  project.messages.setCell(7, quillon::kMessageTextColumn,
+                           "F\xFC"
+                           "llstand niedrig");
+  project.filters.setCell(2, quillon::kFilterTextColumn, "STOP");
+  project.phones.setCell(1, quillon::kPhoneNumberColumn, "+491701234567");
+  project.smsCentre = "+491710760000";
+  project.pin = "4711";
+  project.flags.entries[3] = "7;1";
+  project.ack = {"*T#", "Vielen?xxxx?"};
+  rig.window->projectReplaced();
+
+  rig.trigger("MenuConnDownAll");
+  QCOMPARE(rig.commands->lastResult(), 0);
+  QCOMPARE(rig.transferStatus(), QStringLiteral("Download successful"));
+
+  project.changed = false;
+  rig.window->fileNew();
+  project.ack = {};
+  QCOMPARE(project.messages.cell(7, quillon::kMessageTextColumn), std::string());
+
+  rig.trigger("MenuConnUpAll");
+  QCOMPARE(rig.commands->lastResult(), 0);
+  QCOMPARE(rig.dialog.texts(), std::vector<std::string>{"Telvane ready ?"});
+  QCOMPARE(project.messages.cell(1, quillon::kCallBackColumn), std::string("x"));
+  QCOMPARE(project.messages.cell(1, quillon::kAckColumn), std::string());
+  QCOMPARE(project.messages.cell(1, quillon::kMessageTextColumn), std::string("Druck zu hoch"));
+  QCOMPARE(project.messages.cell(7, quillon::kMessageTextColumn), std::string("F\xFC"
+                                                                              "llstand niedrig"));
+  QCOMPARE(project.filters.cell(2, quillon::kFilterTextColumn), std::string("STOP"));
+  QCOMPARE(project.phones.cell(1, quillon::kPhoneNumberColumn), std::string("+491701234567"));
+  QCOMPARE(project.pin, std::string("4711"));
+  QCOMPARE(project.flags.entries[3], std::string("7;1"));
+  QCOMPARE(project.ack.first, std::string("*T#"));
+  QCOMPARE(project.ack.second, std::string("Vielen?xxxx?"));
+  // The views show what was read.
+  QCOMPARE(rig.find<QLineEdit>("txtSMSC")->text(), QStringLiteral("+491710760000"));
+  const auto* messages = rig.window->model(quillon::TableKind::Messages);
+  QCOMPARE(messages->data(messages->index(6, quillon::kMessageTextColumn - 1), Qt::DisplayRole)
+               .toString(),
+           QString::fromUtf8("Füllstand niedrig"));
+}
+
+void DeviceCommandsTest::cancelEndsTheTransferAtOnce() {
+  // At 1200 baud each block takes half a second on the line, so the transfer is still running
+  // when Cancel is pressed.
+  Rig rig({"--baud", "1200"});
+  for (int row = 1; row <= 20; ++row)
+    rig.project().messages.setCell(row, quillon::kMessageTextColumn, std::string(150, 'a'));
+
+  QElapsedTimer sincePressed;
+  bool modalWhilePressed = false;
+  auto* term = &rig.commands->term();
+  WhenReady press(
+      [term] {
+        const auto* comment = term->findChild<QLabel*>("Kommentar");
+        return term->isVisible() && comment->text() == "Sending data block by block...";
+      },
+      [&] {
+        modalWhilePressed = QApplication::activeModalWidget() == term;
+        sincePressed.start();
+        QTest::mouseClick(term->findChild<QPushButton*>("cmdAbbruch"), Qt::LeftButton);
+      });
+  rig.click("cmdMeldDown");
+  const qint64 afterPress = sincePressed.elapsed();
+
+  QVERIFY(press.ran);
+  QVERIFY(modalWhilePressed);
+  QVERIFY2(afterPress < 1000, qPrintable(QString::number(afterPress)));
+  QCOMPARE(rig.commands->lastResult(), 3);
+  QCOMPARE(term->windowTitle(), QStringLiteral("Cancel"));
+  QCOMPARE(rig.transferStatus(), QStringLiteral("Error occurred  while downloading"));
+  QVERIFY(!term->isVisible());
+}
+
+void DeviceCommandsTest::wrongModuleOpensTheIdentification() {
+  Rig rig({"--device-type", "1"});
+  QString unit;
+  bool noticeShown = false;
+  bool blinking = false;
+  int interval = 0;
+  WhenReady version(
+      [] {
+        const QWidget* modal = QApplication::activeModalWidget();
+        return modal && modal->objectName() == "frmVersion";
+      },
+      [&] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        unit = dialog->findChild<QLabel*>("lblUnit")->text();
+        noticeShown = dialog->findChild<QLabel*>("lblEinstellung")->isVisible();
+        const auto* timer = dialog->findChild<QTimer*>("Timer1");
+        blinking = timer->isActive();
+        interval = timer->interval();
+        dialog->findChild<QPushButton*>("cmdOK")->click();
+      });
+
+  rig.click("cmdMeldDown");
+
+  QVERIFY(version.ran);
+  QCOMPARE(unit, QStringLiteral(" Ombra"));
+  QVERIFY(noticeShown);
+  QVERIFY(blinking);
+  QCOMPARE(interval, 500);
+  QCOMPARE(rig.commands->lastResult(), 7);
+  QCOMPARE(rig.transferStatus(), QStringLiteral("Error occurred  while downloading"));
+  const std::vector<quillon::Box> expected = {
+      {"Kestrix", "Telvane ready ?", quillon::BoxIcon::Question, quillon::BoxButtons::OkCancel,
+       BoxAnswer::Ok},
+      {"Version", "Kestrix ist auf falsches Ger\xE4t eingestellt"},
+      {"Versionsanzeige", "Wirklich Versions-Daten l\xF6schen ?", quillon::BoxIcon::Question,
+       quillon::BoxButtons::YesNo, BoxAnswer::Yes},
+  };
+  QCOMPARE(rig.dialog.boxes.size(), expected.size());
+  for (std::size_t i = 0; i < expected.size(); ++i) QVERIFY(rig.dialog.boxes[i] == expected[i]);
+  // The module never got the messages.
+  QCOMPARE(rig.moduleImage('M'), std::string("(no state file)"));
+}
+
+void DeviceCommandsTest::smsCentreList_data() {
+  QTest::addColumn<int>("row");  // 0: closed with cmdEnde
+  QTest::addColumn<QString>("clipboard");
+  QTest::addColumn<QString>("smsCentre");
+  QTest::newRow("germanD1KeepsItsTrailingBlanks") << 12 << "+491710760000;D1, Deutschland    "
+                                                  << "+491710760000";
+  QTest::newRow("lastEntryWithInternationalPrefix00")
+      << 55 << "001410258953;Washington PCS, USA     "
+      << "001410258953";
+  QTest::newRow("closedWithoutAChoice") << 0 << "untouched"
+                                        << "+4930123";
+}
+
+void DeviceCommandsTest::smsCentreList() {
+  QFETCH(int, row);
+  QFETCH(QString, clipboard);
+  QFETCH(QString, smsCentre);
+  Rig rig;
+  rig.project().smsCentre = "+4930123";
+  rig.window->projectReplaced();
+  QGuiApplication::clipboard()->setText(QStringLiteral("untouched"));
+
+  WhenReady choose(
+      [] {
+        const QWidget* modal = QApplication::activeModalWidget();
+        return modal && modal->objectName() == "SMSC_Liste" && modal->isVisible();
+      },
+      [row] {
+        QWidget* list = QApplication::activeModalWidget();
+        if (row == 0) {
+          list->findChild<QPushButton*>("cmdEnde")->click();
+          return;
+        }
+        auto* table = list->findChild<QTableWidget*>("tabSMSC");
+        const QModelIndex cell = table->model()->index(row - 1, 0);
+        table->scrollTo(cell);
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, table->visualRect(cell).center());
+      });
+  rig.click("cmdSMSCList");
+
+  QVERIFY(choose.ran);
+  QCOMPARE(QGuiApplication::clipboard()->text(), clipboard);
+  QCOMPARE(rig.find<QLineEdit>("txtSMSC")->text(), smsCentre);
+  QCOMPARE(quillon::app::toQString(rig.project().smsCentre), smsCentre);
+}
+
+QTEST_MAIN(DeviceCommandsTest)
+#include "device_commands_test.moc"
