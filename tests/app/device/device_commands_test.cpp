@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QComboBox>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
@@ -19,6 +20,7 @@
 #include "app/qt_text.h"
 #include "app_harness.h"
 #include "sim_module.h"
+#include "text/umlaut_file.h"
 
 using quillon::BoxAnswer;
 using quillon::ModuleLimits;
@@ -105,6 +107,11 @@ class WhenReady {
   QTimer m_timer;
 };
 
+QWidget* modalNamed(const char* name) {
+  QWidget* modal = QApplication::activeModalWidget();
+  return modal && modal->objectName() == name && modal->isVisible() ? modal : nullptr;
+}
+
 std::string repeated(const std::string& text, int times) {
   std::string all;
   for (int i = 0; i < times; ++i) all += text;
@@ -123,6 +130,8 @@ class DeviceCommandsTest : public QObject {
   void wrongModuleOpensTheIdentification();
   void smsCentreList_data();
   void smsCentreList();
+  void portSettingsAreSavedAndTheTransferWindowResetsThem();
+  void substitutionEditorTurnsDigitsIntoACharacter();
 };
 
 void DeviceCommandsTest::messagesDownloadFromTheButton() {
@@ -311,6 +320,61 @@ void DeviceCommandsTest::smsCentreList() {
   QCOMPARE(QGuiApplication::clipboard()->text(), clipboard);
   QCOMPARE(rig.find<QLineEdit>("txtSMSC")->text(), smsCentre);
   QCOMPARE(quillon::app::toQString(rig.project().smsCentre), smsCentre);
+}
+
+void DeviceCommandsTest::portSettingsAreSavedAndTheTransferWindowResetsThem() {
+  Rig rig;
+  WhenReady choose([] { return modalNamed("frmProperties") != nullptr; },
+                   [] {
+                     QWidget* properties = modalNamed("frmProperties");
+                     properties->findChild<QComboBox*>("cboSpeed")->setCurrentText("19200");
+                     properties->findChild<QComboBox*>("cboParity")->setCurrentText("Even");
+                     properties->findChild<QComboBox*>("cboStopBits")->setCurrentText("2");
+                     properties->findChild<QPushButton*>("cmdOK")->click();
+                   });
+  rig.trigger("MenuConfigCom");
+
+  QVERIFY(choose.ran);
+  QCOMPARE(rig.dialog.boxes.size(), std::size_t{0});
+  QCOMPARE(rig.window->panelText(StatusPanel::Port), QStringLiteral("COM 1,19200,E,8,2 active"));
+  const QSettings saved(QStringLiteral("Kestrix"), QStringLiteral("Kestrix"));
+  QCOMPARE(saved.value("Configuration/Configuration").toString(), QStringLiteral("19200,E,8,2"));
+  QCOMPARE(saved.value("Configuration/ComNr").toString(), QStringLiteral("1"));
+  QCOMPARE(saved.value("Configuration/Handshaking").toString(), QStringLiteral("0"));
+
+  // The transfer window sets the module's own line settings again when it loads.
+  rig.click("cmdMeldDown");
+  QCOMPARE(rig.commands->lastResult(), 0);
+  QCOMPARE(rig.window->panelText(StatusPanel::Port),
+           QStringLiteral("COM 1,9600, N ,8 ,1 not active"));
+}
+
+void DeviceCommandsTest::substitutionEditorTurnsDigitsIntoACharacter() {
+  Rig rig;
+  const QString file = QString::fromStdU16String(quillon::defaultUmlautPath().u16string());
+  QFile::remove(file);
+  WhenReady edit([] { return modalNamed("frmUmlaut") != nullptr; },
+                 [] {
+                   QWidget* editor = modalNamed("frmUmlaut");
+                   auto* grid = editor->findChild<QTableWidget*>("grdUmlaute");
+                   grid->setItem(0, 0, new QTableWidgetItem(QString::fromUtf8("ç")));
+                   // The substitute of c-cedilla is GSM code 9, typed as three digits.
+                   grid->setItem(0, 1, new QTableWidgetItem);
+                   grid->editItem(grid->item(0, 1));
+                   auto* line = grid->findChild<QLineEdit*>("txtSubstitute");
+                   QTest::keyClicks(line, QStringLiteral("009"));
+                   QTest::keyClick(line, Qt::Key_Return);
+                   // The grid takes the edited text from the event loop.
+                   QCoreApplication::processEvents();
+                   editor->findChild<QPushButton*>("cmdSave")->click();
+                   editor->findChild<QPushButton*>("cmdClose")->click();
+                 });
+  rig.trigger("mnuConfigUmlaut");
+
+  QVERIFY(edit.ran);
+  QFile saved(file);
+  QVERIFY(saved.open(QIODevice::ReadOnly));
+  QCOMPARE(saved.readAll(), QByteArray("U\xE7;\x09\r\n"));
 }
 
 QTEST_MAIN(DeviceCommandsTest)
