@@ -8,6 +8,7 @@
   X(kCheckCommand)              \
   X(kResaveCommand)             \
   X(kIdentifyCommand)           \
+  X(kImageCommand)              \
   X(kPrintCommand)
 
 namespace quillon::cli {

@@ -1,0 +1,72 @@
+#include "transfer/download.h"
+
+#include <string>
+
+#include "text/ui_text_slots.h"
+#include "transfer/field_text.h"
+
+namespace quillon {
+
+namespace {
+
+inline constexpr const char* kDownloadingPin = " Download ...";
+inline constexpr const char* kDownloading = "Download ...";
+
+void finishDownload(TransferContext& context, int result) {
+  if (result == kResultOk) {
+    context.setTransferStatus(context.texts[slot::kDownloadSuccessful]);
+    return;
+  }
+  context.setTransferStatus(context.texts[slot::kErrorWhileDownloading]);
+  // Show which module answered, after the status text is set.
+  if (result == kResultVersionConflict) context.showIdentification();
+}
+
+// Builds the image of `kind` and, unless the build refused it, shows `statusAfterBuild` (when
+// not empty), sends the image and reports the result. Returns false when nothing was sent.
+bool buildAndSend(TransferContext& context, char kind, const char* label,
+                  const std::string& statusAfterBuild, int& result) {
+  ImageEnv env = context.imageEnv();
+  const int reported =
+      static_cast<int>(field::leadingNumber(context.link.session.identity.phoneCount));
+  const DownloadImage built = buildDownloadImage(kind, context.project, env, reported);
+  if (built.refused) return false;
+  if (!statusAfterBuild.empty()) context.setTransferStatus(statusAfterBuild);
+  TransferOutcome outcome;
+  result = SignIn(context.link, downloadJob(kind, label, built.image, context.identifierDigits),
+                  outcome);
+  finishDownload(context, result);
+  return true;
+}
+
+}  // namespace
+
+void WriteP(TransferContext& context, int& result) {
+  (void)buildAndSend(context, kKindConfiguration, kLabelConfiguration, kDownloadingPin, result);
+}
+
+void DownloadMessages(TransferContext& context, int& result) {
+  context.setTransferStatus(context.texts[slot::kDownloadMessagesStatus]);
+  if (buildAndSend(context, kKindMessages, kLabelMessages, {}, result)) context.processEvents();
+}
+
+void WriteT(TransferContext& context, int& result) {
+  (void)buildAndSend(context, kKindPhoneNumbers, kLabelPhoneNumbers,
+                     context.texts[slot::kDownloadPhonesStatus], result);
+  context.processEvents();
+}
+
+void WriteEasy800(TransferContext& context, int& result) {
+  context.setTransferStatus(kDownloading);
+  (void)buildAndSend(context, kKindControllerData, kLabelControllerData, {}, result);
+}
+
+void DownloadAll(TransferContext& context, int& result) {
+  // A refused build leaves the result at 0, so the later steps still run.
+  DownloadMessages(context, result);
+  if (result < 1) WriteT(context, result);
+  if (result < 1) WriteP(context, result);
+  if (result < 1) WriteEasy800(context, result);
+}
+
+}  // namespace quillon

@@ -1,0 +1,143 @@
+#include "transfer/upload.h"
+
+#include <string>
+
+#include "text/ui_text_slots.h"
+#include "transfer/image_parse.h"
+
+namespace quillon {
+
+namespace {
+
+inline constexpr const char* kConfigurationFragments =
+    "An error occurred while reading. Should be still processed the data fragments?";
+
+Box fragmentsQuestion(std::string title, std::string text) {
+  return Box{std::move(title), std::move(text), BoxIcon::Critical, BoxButtons::YesNo,
+             BoxAnswer::No};
+}
+
+Box languageFragmentsQuestion(const TransferContext& context, std::string title) {
+  return fragmentsQuestion(std::move(title), context.texts[slot::kErrorDuringReading] + '\r' +
+                                                 context.texts[slot::kDataFragmentsQuestion]);
+}
+
+int readKind(TransferContext& context, char request, const char* label, TransferOutcome& outcome) {
+  return SignIn(context.link, uploadJob(request, label), outcome);
+}
+
+void messagesBody(TransferContext& context, int& result) {
+  context.setTransferStatus(context.texts[slot::kReadMessagesStatus]);
+  TransferOutcome outcome;
+  result = readKind(context, kRequestMessages, kLabelMessages, outcome);
+  if (!acceptUploadResult(context, result, languageFragmentsQuestion(context, kMainTitle))) return;
+  ImageEnv env = context.imageEnv();
+  const MessagesParse parsed = parseMessages(outcome.received, context.project, env);
+  if (result != kResultOk) {
+    context.setTransferStatus(context.texts[slot::kTextUploadFaulty]);
+  } else if (parsed.endMarkSeen && !parsed.malformed) {
+    context.setTransferStatus(context.texts[slot::kTextUploadCorrect]);
+  } else {
+    context.setTransferStatus(context.texts[slot::kTextUploadIncomplete]);
+  }
+}
+
+void phonesBody(TransferContext& context, int& result) {
+  context.setTransferStatus(context.texts[slot::kReadPhonesStatus]);
+  TransferOutcome outcome;
+  result = readKind(context, kRequestPhoneNumbers, kLabelPhoneNumbers, outcome);
+  if (!acceptUploadResult(context, result, languageFragmentsQuestion(context, kMainTitle))) return;
+  ImageEnv env = context.imageEnv();
+  parsePhoneNumbers(outcome.receivedText(), context.project, env);
+}
+
+void configurationBody(TransferContext& context, int& result) {
+  context.setTransferStatus(context.texts[slot::kReadingAddressPin]);
+  TransferOutcome outcome;
+  result = readKind(context, kRequestConfiguration, kLabelConfiguration, outcome);
+  if (!acceptUploadResult(context, result,
+                          fragmentsQuestion(kOptionModuleTitle, kConfigurationFragments))) {
+    return;
+  }
+  ImageEnv env = context.imageEnv();
+  parseConfiguration(outcome.receivedText(), context.project, env);
+  // Deliberately the explanation of the receive and send area, not the success text.
+  context.setTransferStatus(context.texts[slot::kSlInSlOutExplanation]);
+}
+
+void controllerDataBody(TransferContext& context, int& result) {
+  TransferOutcome outcome;
+  result = readKind(context, kRequestControllerData, kLabelControllerData, outcome);
+  if (!acceptUploadResult(context, result,
+                          languageFragmentsQuestion(context, kOptionModuleTitle))) {
+    return;
+  }
+  ImageEnv env = context.imageEnv();
+  parseControllerData(outcome.receivedText(), context.project.flags, env);
+  if (result == kResultOk) {
+    context.link.status.setStatus(StatusPanel::Port, context.link.port.portStatusText());
+  }
+}
+
+}  // namespace
+
+void askSaveBeforeReading(TransferContext& context) {
+  if (!context.project.changed) return;
+  const BoxAnswer answer =
+      context.dialog().ask(Box{kMainTitle, context.texts[slot::kDataChangedSave],
+                               BoxIcon::Exclamation, BoxButtons::YesNo, BoxAnswer::Yes});
+  if (answer != BoxAnswer::Yes) return;
+  if (context.hooks.saveProjectAs) context.hooks.saveProjectAs();
+  context.project.changed = false;
+}
+
+bool acceptUploadResult(TransferContext& context, int result, const Box& fragmentsQuestion) {
+  switch (result) {
+    case kResultOk:
+      return true;
+    case kResultPortNotOpened:
+    case kResultDeclined:
+      context.dialog().tell(kMainTitle, context.texts[slot::kNoConnection], BoxIcon::Critical);
+      return false;
+    case kResultVersionConflict:
+      context.showIdentification();
+      return false;
+    case kResultCancelled:
+    case kResultTimeout:
+    case kResultNoConnection:
+    case kResultNoResponse:
+      return context.dialog().ask(fragmentsQuestion) == BoxAnswer::Yes;
+    default:
+      return false;
+  }
+}
+
+void UploadMessages(TransferContext& context, int& result) {
+  askSaveBeforeReading(context);
+  messagesBody(context, result);
+}
+
+void UploadPhoneNumbers(TransferContext& context, int& result) {
+  askSaveBeforeReading(context);
+  phonesBody(context, result);
+}
+
+void ReadP(TransferContext& context, int& result) {
+  askSaveBeforeReading(context);
+  configurationBody(context, result);
+}
+
+void ReadEasy800(TransferContext& context, int& result) {
+  askSaveBeforeReading(context);
+  controllerDataBody(context, result);
+}
+
+void ReadAll(TransferContext& context, int& result) {
+  askSaveBeforeReading(context);
+  messagesBody(context, result);
+  if (result == kResultOk) phonesBody(context, result);
+  if (result == kResultOk) configurationBody(context, result);
+  if (result == kResultOk) controllerDataBody(context, result);
+}
+
+}  // namespace quillon
