@@ -132,6 +132,7 @@ class DeviceCommandsTest : public QObject {
   void smsCentreList();
   void portSettingsAreSavedAndTheTransferWindowResetsThem();
   void substitutionEditorTurnsDigitsIntoACharacter();
+  void acknowledgementRequestKeepsEditsOnCancel();
 };
 
 void DeviceCommandsTest::messagesDownloadFromTheButton() {
@@ -375,6 +376,48 @@ void DeviceCommandsTest::substitutionEditorTurnsDigitsIntoACharacter() {
   QFile saved(file);
   QVERIFY(saved.open(QIODevice::ReadOnly));
   QCOMPARE(saved.readAll(), QByteArray("U\xE7;\x09\r\n"));
+}
+
+void DeviceCommandsTest::acknowledgementRequestKeepsEditsOnCancel() {
+  Rig rig;
+  QString done;
+  WhenReady edit([] { return modalNamed("frmQuittung") != nullptr; },
+                 [&done] {
+                   QWidget* request = modalNamed("frmQuittung");
+                   QTest::keyClicks(request->findChild<QLineEdit*>("txtAnforderung"), "*T#");
+                   request->findChild<QPushButton*>("cmdInfo")->click();
+                   done = request->findChild<QLabel*>("lblQuittung")->text();
+                   request->findChild<QPushButton*>("CancelButton")->click();
+                 });
+  rig.click("cmdQuittung");
+
+  QVERIFY(edit.ran);
+  QCOMPARE(done, QString());
+  // Cancel hides the dialog; what was typed is what the next messages download sends.
+  QCOMPARE(rig.project().ack.first, std::string("*T#"));
+  QCOMPARE(rig.dialog.boxes.size(), std::size_t{1});
+  const quillon::Box& help = rig.dialog.boxes.front();
+  QCOMPARE(help.title, std::string("Quittungseinstellung"));
+  QCOMPARE(help.icon, quillon::BoxIcon::Information);
+  QCOMPARE(help.text,
+           std::string("Um vom SMSC eine Quittung f\xFC"
+                       "r eine abgegangene SMS zu erhalten, muss eine Quittungsanforderung vor "
+                       "den SMS-Text gestellt werden. (Bei T-Online z.B. '*T#'). Der "
+                       "Netzbetreiber antwortet dann mit einem Standardtext. (Vielen Dank! ??? "
+                       "xxxxxxxx ???? angekommen).\r\rDiese Quittierung sind unterschiedlich "
+                       "und werden oft ge\xE4"
+                       "ndert. In diesem Fall kann es zu Problemen bei der passiven Quittierung "
+                       "kommen. \rMit diesem Tool kann man nun jede beliebige Anforderung "
+                       "eingeben. Kestrix setzt die entsprechenden Daten zusammen. Dabei wird "
+                       "nur eine 5-Ziffern Kennung der Telefon-Nummer verglichen. Der empfangene "
+                       "Text wird dann auf eine entsprechende \xDC"
+                       "bereinstimmung mit dem vorgegebenen Text gepr\xFC"
+                       "ft. \rDabei sind zwei Merkmale wichtig: Am Anfang und Ende muss eine 1-1 "
+                       "\xDC"
+                       "bereinstimmung mit einem Text vorhanden sein und in der Mitte muss die "
+                       "Zeitstempel-Information der quittierten SMS angegeben sein.\rEin ? "
+                       "erlaubt beliebigen Text. Bei einem x wird der Zeitstempel erwartet. Die "
+                       "Anzahl der ?/x ist ohne Bedeutung."));
 }
 
 QTEST_MAIN(DeviceCommandsTest)
