@@ -10,6 +10,7 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QtTest>
@@ -133,6 +134,7 @@ class DeviceCommandsTest : public QObject {
   void portSettingsAreSavedAndTheTransferWindowResetsThem();
   void substitutionEditorTurnsDigitsIntoACharacter();
   void acknowledgementRequestKeepsEditsOnCancel();
+  void loggerIsReadAndSaved();
 };
 
 void DeviceCommandsTest::messagesDownloadFromTheButton() {
@@ -418,6 +420,37 @@ void DeviceCommandsTest::acknowledgementRequestKeepsEditsOnCancel() {
                        "Zeitstempel-Information der quittierten SMS angegeben sein.\rEin ? "
                        "erlaubt beliebigen Text. Bei einem x wird der Zeitstempel erwartet. Die "
                        "Anzahl der ?/x ist ohne Bedeutung."));
+}
+
+void DeviceCommandsTest::loggerIsReadAndSaved() {
+  Rig rig;
+  const QString path = rig.dir.filePath("monitor.txt");
+  rig.files.paths.push_back(path);
+  QString shown;
+  WhenReady read([] { return modalNamed("frmMonitor") != nullptr; },
+                 [&shown] {
+                   QWidget* monitor = modalNamed("frmMonitor");
+                   monitor->findChild<QPushButton*>("cmdUpload")->click();
+                   shown = monitor->findChild<QPlainTextEdit*>("txtMonitor")->toPlainText();
+                   monitor->findChild<QPushButton*>("cmdSave")->click();
+                   monitor->findChild<QPushButton*>("cmdEsc")->click();
+                 });
+  rig.trigger("MenuHelpMonitor");
+
+  QVERIFY(read.ran);
+  QCOMPARE(rig.commands->lastResult(), 0);
+  QCOMPARE(rig.files.titles, QStringList{"Monitordaten speichern"});
+  // The module's lines as it sent them, the end-of-block character of its last block included.
+  const char* lines[] = {"01.03.24 07:58:12 Modul gestartet",
+                         "01.03.24 07:58:40 GSM Netz eingebucht",
+                         "01.03.24 09:14:05 Merker 3: SMS 12 an Telefon 5 gesendet",
+                         "01.03.24 09:20:31 SMS empfangen, Merker 32 gesetzt"};
+  QCOMPARE(shown, QString::fromLatin1(lines[0]) + '\n' + lines[1] + '\n' + lines[2] + '\n' +
+                      lines[3] + '\n' + QChar(0xFD));
+  QFile saved(path);
+  QVERIFY(saved.open(QIODevice::ReadOnly));
+  QCOMPARE(saved.readAll(), QByteArray(lines[0]) + "\r\n" + lines[1] + "\r\n" + lines[2] + "\r\n" +
+                                lines[3] + "\r\n\xFD\r\n");
 }
 
 QTEST_MAIN(DeviceCommandsTest)
