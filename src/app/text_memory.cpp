@@ -1,23 +1,28 @@
 #include "app/text_memory.h"
 
-#include <cstddef>
+#include <limits>
+
+#include "transfer/data_image.h"
 
 namespace quillon::app {
+namespace {
 
-// Until the image builder is linked in, the length is summed the way the image is laid out:
-// header "A;" + separator, per message an option letter, the text (the GSM substitution keeps
-// lengths) and a separator, the "Q" record, per filter the text and a separator, the end mark.
-int messagesImageLength(const Project& project, const UiTexts& /*texts*/) {
-  std::size_t length = 3;
-  for (int row = 1; row <= project.messages.rows(); ++row) {
-    length += 2 + project.messages.cell(row, kMessageTextColumn).size();
-  }
-  length += 3 + project.ack.first.size() + project.ack.second.size();
-  for (int row = 1; row <= project.filters.rows(); ++row) {
-    length += 1 + project.filters.cell(row, kFilterTextColumn).size();
-  }
-  length += 1;
-  return static_cast<int>(length);
+// Measuring must not show the warnings and status texts of a real download.
+class Silent : public UserDialog, public StatusDisplay {
+ public:
+  BoxAnswer ask(const Box& box) override { return box.defaultAnswer; }
+  void setStatus(StatusPanel, const std::string&) override {}
+};
+
+}  // namespace
+
+int messagesImageLength(const Project& project, const UiTexts& texts) {
+  Silent silent;
+  // Without a memory limit the image is built whole, however far it overruns the module.
+  ModuleLimits unlimited;
+  unlimited.textMemory = std::numeric_limits<int>::max();
+  ImageEnv env{silent, silent, texts, unlimited};
+  return static_cast<int>(DoMeldSend(project, env).image.size());
 }
 
 }  // namespace quillon::app
