@@ -72,7 +72,6 @@ class ModuleCommands : public QObject, public DeviceCommands {
   [[nodiscard]] int lastResult() const { return m_lastResult; }
 
  private:
-  using Procedure = void (*)(TransferContext&, int&);
   void transfer(const std::function<void(TransferContext&, int&)>& procedure);
   [[nodiscard]] PortId currentPort() const;
   // The transfer window loads: the port follows the settings again and the engine the language.
