@@ -192,6 +192,8 @@ class TransferE2eTest : public QObject {
  private Q_SLOTS:
   void commandLineRoundTrip();
   void ctrlCCancelsTheDownload();
+  void versionConflictPrintsTheIdentification();
+  void loggerPrintsItsLines();
   void nakStormStopsDownloadAll();
   void refusedKindDoesNotStopDownloadAll();
   void silentModuleWithFragmentsDeclined();
@@ -307,6 +309,34 @@ void TransferE2eTest::ctrlCCancelsTheDownload() {
   QCOMPARE(cli.exitStatus(), QProcess::NormalExit);
   QCOMPARE(cli.exitCode(), 3);
   QCOMPARE(cli.readAllStandardError(), QByteArray());
+}
+
+void TransferE2eTest::versionConflictPrintsTheIdentification() {
+  SimProcess sim(QStringLiteral("ttySIM-cli-conflict"), {"--device-type", "1"});
+  const QString rich = sim.file("rich.EAY");
+  QVERIFY(writeFile(rich, kRichProject));
+  const CliRun run = runCli({"download", "--port", sim.link(), "--yes", rich});
+  QCOMPARE(run.exitCode, 7);
+  QCOMPARE(run.out, QByteArray());
+  QCOMPARE(run.err, QByteArray("Kestrix ist auf falsches Ger\xC3\xA4t eingestellt\n"
+                               "Version: 1.23\n"
+                               "Bus type: Millenium M3\n"
+                               "Device: Ombra\n"
+                               "Firmware: Alarmieren\n"
+                               "Nuber of messages: 100\n"
+                               "Number of phone nrs.: 60\n"
+                               "Reply: 007B090100003E<253>\n"));
+}
+
+void TransferE2eTest::loggerPrintsItsLines() {
+  SimProcess sim(QStringLiteral("ttySIM-cli-logger"), {});
+  const CliRun run = runCli({"logger", "--port", sim.link(), "--yes", "--reply-timeout", "3"});
+  QCOMPARE(run.exitCode, 0);
+  QCOMPARE(run.out, QByteArray("01.03.24 07:58:12 Modul gestartet\n"
+                               "01.03.24 07:58:40 GSM Netz eingebucht\n"
+                               "01.03.24 09:14:05 Merker 3: SMS 12 an Telefon 5 gesendet\n"
+                               "01.03.24 09:20:31 SMS empfangen, Merker 32 gesetzt\n"));
+  QCOMPARE(run.err, QByteArray());
 }
 
 void TransferE2eTest::nakStormStopsDownloadAll() {
