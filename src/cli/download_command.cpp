@@ -99,7 +99,6 @@ const Command kDownloadCommand{
     "each only while the ones before went well. A kind whose image is refused (too much\n"
     "text, an invalid PIN) is not sent; \"all\" goes on with the next one, a single kind\n"
     "exits with 65. FILE.EAY is not changed.\n"
-    "\n"
     "\n" QUILLON_CLI_TRANSFER_HELP
     "\n"
     "  --kind M|T|P|Y|all       what to download (default all)\n" QUILLON_CLI_LINK_OPTIONS_HELP,

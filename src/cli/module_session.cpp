@@ -25,7 +25,6 @@ ModuleSession::ModuleSession(const LinkOptions& options, DialogAnswers answers, 
                              Console& console)
     : m_options(options),
       m_console(console),
-      m_language(language),
       m_application(applicationIfNone()),
       m_progress(console.err, console.progress),
       m_dialog(console, m_progress, answers),

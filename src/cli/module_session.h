@@ -38,7 +38,6 @@ class ModuleSession : private TransferObserver {
 
   [[nodiscard]] ModuleLimits& limits() { return m_limits; }
   [[nodiscard]] UserDialog& dialog() { return m_dialog; }
-  [[nodiscard]] bool interrupted() const { return m_interrupt.interrupted(); }
   // How many transfers have started in this run, the identity query included.
   [[nodiscard]] int transfersStarted() const { return m_transfersStarted; }
   // Opens the progress line of one kind of data.
@@ -55,7 +54,6 @@ class ModuleSession : private TransferObserver {
 
   LinkOptions m_options;
   Console& m_console;
-  int m_language;
   std::unique_ptr<QCoreApplication> m_application;
   ProgressLines m_progress;
   ConsoleDialog m_dialog;

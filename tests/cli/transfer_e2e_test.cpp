@@ -194,6 +194,7 @@ class TransferE2eTest : public QObject {
   void ctrlCCancelsTheDownload();
   void versionConflictPrintsTheIdentification();
   void loggerPrintsItsLines();
+  void refusedPinSendsNothing();
   void nakStormStopsDownloadAll();
   void refusedKindDoesNotStopDownloadAll();
   void silentModuleWithFragmentsDeclined();
@@ -337,6 +338,15 @@ void TransferE2eTest::loggerPrintsItsLines() {
                                "01.03.24 09:14:05 Merker 3: SMS 12 an Telefon 5 gesendet\n"
                                "01.03.24 09:20:31 SMS empfangen, Merker 32 gesetzt\n"));
   QCOMPARE(run.err, QByteArray());
+}
+
+void TransferE2eTest::refusedPinSendsNothing() {
+  SimProcess sim(QStringLiteral("ttySIM-cli-nopin"), {});
+  const QString noPin = sim.file("nopin.EAY");
+  QVERIFY(writeFile(noPin, "M@Pumpe aus;\r\n"));
+  const CliRun run = runCli({"download", "--kind", "P", "--port", sim.link(), "--yes", noPin});
+  QCOMPARE(run.exitCode, 65);
+  QCOMPARE(run.err, QByteArray("PIN is not valid. Download of the PIN is cancelled\n"));
 }
 
 void TransferE2eTest::nakStormStopsDownloadAll() {
