@@ -18,7 +18,7 @@ namespace {
 inline constexpr int kExitNothingSent = 65;  // as image: the one kind asked for was refused
 
 constexpr std::array kOptions{kPortOption, kYesOption, kReplyTimeoutOption, kLogOption,
-                              OptionSpec{"--kind", true}};
+                              OptionEntry{"--kind", true}};
 
 void runDownload(TransferContext& context, char kind, int& result) {
   switch (kind) {

@@ -19,10 +19,10 @@ struct LinkOptions {
 };
 
 // The shared entries, to put in front of a command's own in its option table.
-inline constexpr OptionSpec kPortOption{"--port", true};
-inline constexpr OptionSpec kYesOption{"--yes", false};
-inline constexpr OptionSpec kReplyTimeoutOption{"--reply-timeout", true};
-inline constexpr OptionSpec kLogOption{"--log", false};
+inline constexpr OptionEntry kPortOption{"--port", true};
+inline constexpr OptionEntry kYesOption{"--yes", false};
+inline constexpr OptionEntry kReplyTimeoutOption{"--reply-timeout", true};
+inline constexpr OptionEntry kLogOption{"--log", false};
 
 // The shared options out of `parsed`; an error text when --port is missing or the time-out is
 // not a number of seconds.

@@ -20,8 +20,8 @@ constexpr std::array kOptions{kPortOption,
                               kYesOption,
                               kReplyTimeoutOption,
                               kLogOption,
-                              OptionSpec{"--fragments", false},
-                              OptionSpec{"-o", true, "--output"}};
+                              OptionEntry{"--fragments", false},
+                              OptionEntry{"-o", true, "--output"}};
 
 // The lines as a terminal wants them: UTF-8, each ended by a line feed alone, and without the
 // end-of-block character that the module's last block leaves in the text.

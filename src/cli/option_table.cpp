@@ -11,7 +11,7 @@ std::optional<std::string> ParsedOptions::value(std::string_view name) const {
 }
 
 std::optional<std::string> parseOptions(const std::vector<std::string>& arguments,
-                                        std::span<const OptionSpec> table, ParsedOptions& parsed) {
+                                        std::span<const OptionEntry> table, ParsedOptions& parsed) {
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     std::string name = arguments[i];
     if (name.size() < 2 || name.front() != '-') {
@@ -23,20 +23,20 @@ std::optional<std::string> parseOptions(const std::vector<std::string>& argument
       value = name.substr(eq + 1);
       name.resize(eq);
     }
-    const auto spec = std::find_if(table.begin(), table.end(), [&name](const OptionSpec& s) {
+    const auto entry = std::find_if(table.begin(), table.end(), [&name](const OptionEntry& s) {
       return s.name == name || (!s.alias.empty() && s.alias == name);
     });
-    if (spec == table.end()) return "unknown option '" + name + "'";
-    if (!spec->takesValue) {
+    if (entry == table.end()) return "unknown option '" + name + "'";
+    if (!entry->takesValue) {
       if (value) return name + " takes no value";
-      parsed.values[std::string(spec->name)] = "";
+      parsed.values[std::string(entry->name)] = "";
       continue;
     }
     if (!value) {
       if (i + 1 >= arguments.size()) return "option " + name + " needs a value";
       value = arguments[++i];
     }
-    parsed.values[std::string(spec->name)] = *value;
+    parsed.values[std::string(entry->name)] = *value;
   }
   return std::nullopt;
 }

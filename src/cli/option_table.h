@@ -11,7 +11,7 @@
 
 namespace quillon::cli {
 
-struct OptionSpec {
+struct OptionEntry {
   std::string_view name;  // "--port", "-o"
   bool takesValue = false;
   std::string_view alias = {};  // another name for the same option, e.g. "--output" for "-o"
@@ -29,7 +29,7 @@ struct ParsedOptions {
 // Reads "--name value", "--name=value", flags and positional arguments in any order. Returns
 // the error text of the first wrong argument, or nullopt.
 [[nodiscard]] std::optional<std::string> parseOptions(const std::vector<std::string>& arguments,
-                                                      std::span<const OptionSpec> table,
+                                                      std::span<const OptionEntry> table,
                                                       ParsedOptions& parsed);
 
 }  // namespace quillon::cli

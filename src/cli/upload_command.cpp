@@ -21,10 +21,10 @@ constexpr std::array kOptions{kPortOption,
                               kYesOption,
                               kReplyTimeoutOption,
                               kLogOption,
-                              OptionSpec{"--kind", true},
-                              OptionSpec{"--into", true},
-                              OptionSpec{"--fragments", false},
-                              OptionSpec{"-o", true, "--output"}};
+                              OptionEntry{"--kind", true},
+                              OptionEntry{"--into", true},
+                              OptionEntry{"--fragments", false},
+                              OptionEntry{"-o", true, "--output"}};
 
 void runUpload(TransferContext& context, char kind, int& result) {
   switch (kind) {
