@@ -103,14 +103,20 @@ std::string CommandLineParser::help(const Command* command) const {
   } else {
     text +=
         "Works with Quillon project files (*.EAY) without the graphical program.\n\nCommands:\n";
+    // A long synopsis gets its summary on the next line instead of widening the column.
+    constexpr std::size_t kWidest = 36;
     std::size_t width = 0;
     for (const Command* c : m_commands) {
-      width = std::max(width, c->name.size() + 1 + c->synopsis.size());
+      const std::size_t left = c->name.size() + 1 + c->synopsis.size();
+      if (left <= kWidest) width = std::max(width, left);
     }
     for (const Command* c : m_commands) {
       std::string left = std::string(c->name) + " " + std::string(c->synopsis);
-      left.resize(width + 2, ' ');
-      text += "  " + left + std::string(c->summary) + "\n";
+      if (left.size() > width)
+        left += "\n" + std::string(width + 2, ' ');
+      else
+        left.resize(width, ' ');
+      text += "  " + left + "  " + std::string(c->summary) + "\n";
     }
   }
   text +=

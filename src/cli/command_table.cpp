@@ -9,7 +9,10 @@
   X(kResaveCommand)             \
   X(kIdentifyCommand)           \
   X(kImageCommand)              \
-  X(kPrintCommand)
+  X(kPrintCommand)              \
+  X(kDownloadCommand)           \
+  X(kUploadCommand)             \
+  X(kLoggerCommand)
 
 namespace quillon::cli {
 

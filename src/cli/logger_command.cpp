@@ -1,0 +1,106 @@
+// quillon-cli logger --port DEV [-o FILE] [--fragments]: reads the module's logger.
+
+#include <array>
+#include <string>
+
+#include "cli/command.h"
+#include "cli/link_options.h"
+#include "cli/module_session.h"
+#include "cli/transfer_run.h"
+#include "text/code_page.h"
+#include "transfer/logger.h"
+
+namespace quillon::cli {
+
+extern const Command kLoggerCommand;
+
+namespace {
+
+constexpr std::array kOptions{kPortOption,
+                              kYesOption,
+                              kReplyTimeoutOption,
+                              kLogOption,
+                              OptionEntry{"--fragments", false},
+                              OptionEntry{"-o", true, "--output"}};
+
+// The lines as a terminal wants them: UTF-8, each ended by a line feed alone, and without the
+// end-of-block character that the module's last block leaves in the text.
+std::string terminalLines(const std::string& monitor) {
+  std::string text = monitor;
+  std::erase(text, kEndOfBlock);
+  std::string lines;
+  for (char c : cp1252ToUtf8(text)) {
+    if (c != '\r') lines += c;
+  }
+  if (!lines.empty() && lines.back() != '\n') lines += '\n';
+  return lines;
+}
+
+bool fragmentsProcessed(int result, bool fragments) {
+  return result == kResultOk ||
+         (fragments && result >= kResultCancelled && result <= kResultNoResponse);
+}
+
+int logger(const CommandContext& context) {
+  ParsedOptions parsed;
+  LinkOptions link;
+  if (auto error = parseOptions(context.arguments, kOptions, parsed)) {
+    return usageError(context, kLoggerCommand, *error);
+  }
+  if (auto error = readLinkOptions(parsed, "logger", link)) {
+    return usageError(context, kLoggerCommand, *error);
+  }
+  if (!parsed.positional.empty()) {
+    return usageError(context, kLoggerCommand,
+                      "unexpected argument '" + parsed.positional[0] + "'");
+  }
+  const auto output = parsed.value("-o");
+  if (output && output->empty()) return usageError(context, kLoggerCommand, "-o needs a file name");
+
+  Console console = commandConsole(context);
+  const bool fragments = parsed.has("--fragments");
+  ModuleSession session(link, DialogAnswers{link.yes, fragments}, context.texts.language(),
+                        console);
+  if (const int opened = session.open(); opened != kResultOk) return opened;
+
+  Project unused;
+  TransferContext transfer = session.transferContext(unused, context.texts);
+  std::string monitor;
+  int result = kResultOk;
+  ReadLogger(transfer, monitor, result);
+  session.endProgress();
+  if (!fragmentsProcessed(result, fragments)) return result;
+
+  if (!output) {
+    const std::string lines = terminalLines(monitor);
+    context.out.write(lines.data(), static_cast<std::streamsize>(lines.size()));
+    return result;
+  }
+  if (SaveLoggerText(*output, monitor, session.dialog()) != LoggerSave::Saved) {
+    return kExitCannotWrite;
+  }
+  return result;
+}
+
+}  // namespace
+
+const Command kLoggerCommand{
+    "logger",
+    "--port DEV [-o FILE] [--fragments]",
+    0,
+    "read the module's logger",
+    "Reads the logger of the module at DEV and prints it in UTF-8, one line per line\n"
+    "of the module, or saves it to FILE as the program's Save does (Windows-1252, lines\n"
+    "ended by CR LF). An existing FILE is replaced only when the question is answered\n"
+    "yes on the terminal; without a terminal it is left as it is and the exit status\n"
+    "is 73, as for a file that cannot be written.\n"
+    "\n" QUILLON_CLI_TRANSFER_HELP
+    "\n"
+    "  -o FILE                  saves the logger text to FILE\n"
+    "  --fragments              keeps what came before a failed "
+    "read\n" QUILLON_CLI_LINK_OPTIONS_HELP,
+    logger,
+    true,
+};
+
+}  // namespace quillon::cli

@@ -1,0 +1,112 @@
+#include "cli/module_session.h"
+
+#include <QDateTime>
+#include <QDir>
+
+#include "serial/identify.h"
+#include "text/code_page.h"
+
+namespace quillon::cli {
+
+namespace {
+
+// The driver runs event loops, which need an application object; the command line has none.
+std::unique_ptr<QCoreApplication> applicationIfNone() {
+  static int argc = 1;
+  static char name[] = "quillon-cli";
+  static char* argv[] = {name, nullptr};
+  if (QCoreApplication::instance() != nullptr) return nullptr;
+  return std::make_unique<QCoreApplication>(argc, argv);
+}
+
+}  // namespace
+
+ModuleSession::ModuleSession(const LinkOptions& options, DialogAnswers answers, int language,
+                             Console& console)
+    : m_options(options),
+      m_console(console),
+      m_application(applicationIfNone()),
+      m_progress(console.err, console.progress),
+      m_dialog(console, m_progress, answers),
+      m_link(m_dialog),
+      m_linkContext{m_link, m_dialog, m_progress, m_limits, m_session, language},
+      m_interrupt([this] { cancelTransfer(); }) {
+  EngineSettings settings;
+  settings.replyTimeout = options.replyTimeout;
+  settings.language = language;
+  m_link.setEngineSettings(settings);
+  m_link.setObserver(this);
+}
+
+ModuleSession::~ModuleSession() {
+  m_progress.endLine();
+  m_link.setObserver(nullptr);
+}
+
+int ModuleSession::open() {
+  const auto port = resolvePort(QString::fromStdString(m_options.port));
+  if (!port) {
+    m_console.err << "No device for port " << m_options.port << "\n";
+    return kResultPortNotOpened;
+  }
+  m_link.setPort(*port);
+  if (!m_options.log) return kResultOk;
+
+  const QDateTime now = QDateTime::currentDateTime();
+  const std::string fileName =
+      TrafficLogFileName(now.date().year(), now.date().month(), now.date().day(),
+                         now.time().msecsSinceStartOfDay() / 1000);
+  const QString directory = QDir::currentPath();
+  if (!m_log.open(std::filesystem::path(directory.toStdString()), fileName)) {
+    m_console.err << "Cannot create the log file " << fileName << "\n";
+  } else {
+    m_dialog.tell("", TrafficLogOpenedText(fileName, utf8ToCp1252(directory.toStdString())));
+    m_link.setTrafficLog(&m_log);
+  }
+  return kResultOk;
+}
+
+int ModuleSession::identify() {
+  const int result = IdentifyModule(m_linkContext);
+  m_progress.endLine();
+  if (result == kResultPortNotOpened) {
+    m_console.err << "Cannot open " << m_options.port << ": "
+                  << cp1252ToUtf8(m_link.portErrorText()) << "\n";
+  }
+  if (result == kResultVersionConflict) printIdentification();
+  return result;
+}
+
+TransferContext ModuleSession::transferContext(Project& project, const UiTexts& texts) {
+  TransferHooks hooks;
+  hooks.showIdentification = [this] { printIdentification(); };
+  return TransferContext{m_linkContext, texts, project, std::move(hooks)};
+}
+
+void ModuleSession::printIdentification() {
+  m_progress.breakLine();
+  for (const auto& [label, value] : IdentityFields(m_session.identity)) {
+    const std::string shown = label == "Reply" ? EscapeForLog(value) : value;
+    m_console.err << label << ": " << cp1252ToUtf8(shown) << "\n";
+  }
+}
+
+void ModuleSession::transferStarted(const TransferJob& job) {
+  m_cancelSent = false;
+  ++m_transfersStarted;
+  m_progress.transferStarted(job);
+}
+
+void ModuleSession::transferEvent(const TransferEvent& event) {
+  m_progress.transferEvent(event);
+  // Ctrl-C stops the command: a transfer that starts after it is cancelled at its first step.
+  if (m_interrupt.interrupted() && event.kind != TransferEvent::Kind::Finished) cancelTransfer();
+}
+
+void ModuleSession::cancelTransfer() {
+  if (m_cancelSent || !m_link.transferRunning()) return;
+  m_cancelSent = true;
+  m_link.cancel();
+}
+
+}  // namespace quillon::cli

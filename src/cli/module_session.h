@@ -1,0 +1,70 @@
+#pragma once
+// One run of a command that talks to the module: the serial driver on the chosen port, the
+// terminal's dialog and progress lines, the traffic log, Ctrl-C, and the link state that the
+// program keeps for its run (module limits, "Telvane ready ?" answered, identity read).
+
+#include <QCoreApplication>
+#include <memory>
+#include <ostream>
+
+#include "cli/console_dialog.h"
+#include "cli/interrupt_watch.h"
+#include "cli/link_options.h"
+#include "cli/progress_lines.h"
+#include "link/sign_in.h"
+#include "link/traffic_log.h"
+#include "serial/identify_command.h"
+#include "serial/serial_link.h"
+#include "serial/transfer_observer.h"
+#include "transfer/transfer_context.h"
+
+namespace quillon::cli {
+
+class ModuleSession : private TransferObserver {
+ public:
+  ModuleSession(const LinkOptions& options, DialogAnswers answers, int language, Console& console);
+  ~ModuleSession() override;
+  ModuleSession(const ModuleSession&) = delete;
+  ModuleSession& operator=(const ModuleSession&) = delete;
+
+  // Finds the port and opens the traffic log. 0, or 1 when the port names no device.
+  [[nodiscard]] int open();
+  // The module's identity, read once for the run as the first transfer would: sets the module
+  // limits. 0..7; a failure is explained on the error output (7 with the identification).
+  [[nodiscard]] int identify();
+
+  // What the transfer procedures work on, for `project`.
+  [[nodiscard]] TransferContext transferContext(Project& project, const UiTexts& texts);
+
+  [[nodiscard]] ModuleLimits& limits() { return m_limits; }
+  [[nodiscard]] UserDialog& dialog() { return m_dialog; }
+  // How many transfers have started in this run, the identity query included.
+  [[nodiscard]] int transfersStarted() const { return m_transfersStarted; }
+  // Opens the progress line of one kind of data.
+  void beginKind(const std::string& label) { m_progress.beginLine(label); }
+  // Ends the progress line, before the command prints its own lines.
+  void endProgress() { m_progress.endLine(); }
+  // The identification as "label: value" lines on the error output.
+  void printIdentification();
+
+ private:
+  void transferStarted(const TransferJob& job) override;
+  void transferEvent(const TransferEvent& event) override;
+  void cancelTransfer();
+
+  LinkOptions m_options;
+  Console& m_console;
+  std::unique_ptr<QCoreApplication> m_application;
+  ProgressLines m_progress;
+  ConsoleDialog m_dialog;
+  SerialLink m_link;
+  TrafficLog m_log;
+  ModuleLimits m_limits;
+  LinkSession m_session;
+  LinkContext m_linkContext;
+  InterruptWatch m_interrupt;
+  bool m_cancelSent = false;  // for the transfer that runs
+  int m_transfersStarted = 0;
+};
+
+}  // namespace quillon::cli
