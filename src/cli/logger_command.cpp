@@ -23,13 +23,10 @@ constexpr std::array kOptions{kPortOption,
                               OptionEntry{"--fragments", false},
                               OptionEntry{"-o", true, "--output"}};
 
-// The lines as a terminal wants them: UTF-8, each ended by a line feed alone, and without the
-// end-of-block character that the module's last block leaves in the text.
+// The lines as a terminal wants them: UTF-8, each ended by a line feed alone.
 std::string terminalLines(const std::string& monitor) {
-  std::string text = monitor;
-  std::erase(text, kEndOfBlock);
   std::string lines;
-  for (char c : cp1252ToUtf8(text)) {
+  for (char c : cp1252ToUtf8(monitor)) {
     if (c != '\r') lines += c;
   }
   if (!lines.empty() && lines.back() != '\n') lines += '\n';

@@ -1,5 +1,6 @@
 #include "transfer/logger.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fstream>
 #include <system_error>
@@ -56,7 +57,10 @@ void ReadLogger(TransferContext& context, std::string& monitor, int& result) {
   TransferOutcome outcome;
   result = SignIn(context.link, uploadJob(kRequestLogger, kLabelLogger), outcome);
   if (!acceptLoggerResult(context, result)) return;
-  monitor = loggerLines(outcome.receivedText());
+  // The end mark of the module's last block is framing, not a character of the logger text.
+  std::string received = outcome.receivedText();
+  received.erase(std::min(received.find(kEndOfBlock), received.size()));
+  monitor = loggerLines(received);
 }
 
 LoggerSave SaveLoggerText(const std::filesystem::path& path, const std::string& monitor,

@@ -45,7 +45,7 @@ TEST(ReadLogger, RequestsTheLoggerAndShowsItsLines) {
   int result = -1;
   ReadLogger(bench.context, monitor, result);
   EXPECT_EQ(result, 0);
-  EXPECT_EQ(monitor, "A\r\nB\xFD");
+  EXPECT_EQ(monitor, "A\r\nB");
   ASSERT_EQ(bench.port.jobs.size(), 1U);
   EXPECT_EQ(bench.port.jobs[0].title, "Upload active");
   EXPECT_EQ(bench.port.jobs[0].contentLabel, "Reading Logger");
