@@ -1,7 +1,8 @@
 #pragma once
 // Hexadecimal numbers in the module's replies read the way the module's tools always read them:
 // the leading hexadecimal digits count, reading stops at the first other character, and a field
-// without any digit is 0.
+// without any digit is 0. A run too long for the value saturates, so garbage cannot wrap round
+// to a small, valid-looking number.
 
 #include <cstddef>
 #include <string_view>
@@ -21,7 +22,7 @@ namespace quillon {
     } else {
       break;
     }
-    value = value * 16 + digit;
+    value = value > 0x0FFFFFFFU ? 0xFFFFFFFFU : value * 16 + digit;
   }
   return value;
 }

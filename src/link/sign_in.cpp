@@ -41,9 +41,8 @@ std::string ReadIdentity(LinkContext& context) {
   return conflicts != 0 ? kStatusVersionConflict : outcome.title;
 }
 
-int SignIn(LinkContext& context, const TransferJob& job, TransferOutcome& outcome) {
+int OpenAndConfirmReady(LinkContext& context) {
   if (context.port.openLinkPort() != 0) return kResultPortNotOpened;
-
   if (!context.session.readyConfirmed) {
     const BoxAnswer answer = context.dialog.ask(
         Box{kMainTitle, kReadyQuestion, BoxIcon::Question, BoxButtons::OkCancel, BoxAnswer::Ok});
@@ -54,6 +53,11 @@ int SignIn(LinkContext& context, const TransferJob& job, TransferOutcome& outcom
     }
     context.session.readyConfirmed = true;
   }
+  return kResultOk;
+}
+
+int SignIn(LinkContext& context, const TransferJob& job, TransferOutcome& outcome) {
+  if (const int opened = OpenAndConfirmReady(context); opened != kResultOk) return opened;
 
   if (!context.session.identityRead) {
     const std::string left = ReadIdentity(context);

@@ -42,6 +42,10 @@ struct LinkContext {
   int language = 0;  // 0 English, 1 German
 };
 
+// The first two steps of every sign-in: opens the port (1 when it cannot be opened) and asks
+// "Telvane ready ?" once per run (2 when declined, the port closed again); 0 to go on.
+[[nodiscard]] int OpenAndConfirmReady(LinkContext& context);
+
 // Runs `job` through the transfer window; `outcome` receives what it left. Returns 0..7.
 [[nodiscard]] int SignIn(LinkContext& context, const TransferJob& job, TransferOutcome& outcome);
 

@@ -10,16 +10,7 @@ std::string withoutLeadingBlank(const std::string& text) {
 }  // namespace
 
 int IdentifyModule(LinkContext& context) {
-  if (context.port.openLinkPort() != 0) return kResultPortNotOpened;
-  if (!context.session.readyConfirmed) {
-    const BoxAnswer answer = context.dialog.ask(
-        Box{kMainTitle, kReadyQuestion, BoxIcon::Question, BoxButtons::OkCancel, BoxAnswer::Ok});
-    if (answer != BoxAnswer::Ok) {
-      context.port.closeLinkPort();
-      return kResultDeclined;
-    }
-    context.session.readyConfirmed = true;
-  }
+  if (const int opened = OpenAndConfirmReady(context); opened != kResultOk) return opened;
   const std::string left = ReadIdentity(context);
   if (left == kStatusVersionConflict) return kResultVersionConflict;
   return TransferResultForTitle(left);

@@ -1,5 +1,6 @@
 #include <string>
 
+#include "project/number_text.h"
 #include "transfer/data_image.h"
 #include "transfer/field_text.h"
 
@@ -15,7 +16,7 @@ std::string configurationImage(const std::string& pin) {
 }
 
 bool pinRefused(const std::string& pin) {
-  return field::leadingNumber(pin) < 0 || pin.find('_') != std::string::npos;
+  return NumericValue(pin) < 0 || pin.find('_') != std::string::npos;
 }
 
 }  // namespace quillon

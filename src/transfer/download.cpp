@@ -1,4 +1,5 @@
 #include "transfer/download.h"
+#include "project/number_text.h"
 
 #include <string>
 
@@ -27,8 +28,7 @@ void finishDownload(TransferContext& context, int result) {
 bool buildAndSend(TransferContext& context, char kind, const char* label,
                   const std::string& statusAfterBuild, int& result) {
   ImageEnv env = context.imageEnv();
-  const int reported =
-      static_cast<int>(field::leadingNumber(context.link.session.identity.phoneCount));
+  const int reported = static_cast<int>(NumericValue(context.link.session.identity.phoneCount));
   const DownloadImage built = buildDownloadImage(kind, context.project, env, reported);
   if (built.refused) return false;
   if (!statusAfterBuild.empty()) context.setTransferStatus(statusAfterBuild);

@@ -1,6 +1,7 @@
 #include <string>
 #include <string_view>
 
+#include "project/number_text.h"
 #include "transfer/data_image.h"
 #include "transfer/field_text.h"
 
@@ -40,7 +41,7 @@ std::string controllerDataImage(const FlagTable& flags) {
   std::string reception = kNoReceptionFlag;
   for (int i = 1; i <= kFlagCount; ++i) {
     const EntryParts parts = splitEntry(flags.entries[static_cast<std::size_t>(i)]);
-    const std::int64_t message = field::leadingNumber(parts.first);
+    const std::int64_t message = NumericValue(parts.first);
     if (message <= kUnusedValue) {
       // Several reception entries: the last one wins.
       if (message == kReceptionValue) reception = field::hexField(i, 2);
@@ -48,7 +49,7 @@ std::string controllerDataImage(const FlagTable& flags) {
     }
     records += field::hexField(i, 2);
     records += field::hexField(message, 4);
-    records += field::hexField(field::leadingNumber(parts.rest), 2);
+    records += field::hexField(NumericValue(parts.rest), 2);
     records += kRecordTail;
   }
   std::string image = records;

@@ -1,6 +1,8 @@
 #include <string>
 #include <string_view>
 
+#include "link/hex_field.h"
+#include "project/number_text.h"
 #include "transfer/field_text.h"
 #include "transfer/image_parse.h"
 
@@ -13,7 +15,7 @@ inline constexpr std::size_t kReceptionWidth = 2;
 inline constexpr std::int64_t kLastEntry = kFlagEntries - 1;
 
 std::int64_t hexAt(std::string_view records, std::size_t pos, std::size_t width) {
-  return field::leadingHex(records.substr(pos, width));
+  return hexPrefixValue(records.substr(pos, width));
 }
 
 void warn(ImageEnv& env, const std::string& german, const std::string& english) {
@@ -41,8 +43,8 @@ void parseControllerData(const std::string& text, FlagTable& flags, ImageEnv& en
       warn(env,
            "Ung\xFC"
            "ltiger Merker" +
-               field::signedNumberText(index) + " in der Merkertabelle.",
-           "Invalid flag" + field::signedNumberText(index) + " in the flag table.");
+               SignedDecimal(index) + " in der Merkertabelle.",
+           "Invalid flag" + SignedDecimal(index) + " in the flag table.");
       return;
     }
     const std::int64_t message = hexAt(left, 2, 4);
@@ -56,7 +58,7 @@ void parseControllerData(const std::string& text, FlagTable& flags, ImageEnv& en
     warn(env, "Das Empfangsflag-Feld der Merkertabelle ist fehlerhaft.",
          "The reception flag field of the flag table is malformed.");
   }
-  const std::int64_t receptionFlag = field::leadingHex(reception);
+  const std::int64_t receptionFlag = hexPrefixValue(reception);
   if (receptionFlag <= kFlagCount) {
     flags.entries[static_cast<std::size_t>(receptionFlag)] = kReceptionFlag;
   }

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "text/code_page.h"
+#include "transfer/upload.h"
 
 namespace quillon {
 
@@ -15,31 +16,8 @@ inline constexpr const char* kNoConnectionGerman = "Keine Verbindung !";
 inline constexpr const char* kFragmentsGerman =
     "Beim Auslesen trat ein Fehler auf. "
     "Sollen die Datenfragmente trotzdem weiterbearbeitet werden ?";
-inline constexpr const char* kOptionModuleTitle = "Option Alarmmodul";
 inline constexpr const char* kReplaceQuestion = "Bestehende Datei ersetzen - ";
 inline constexpr const char* kFileLineBreak = "\r\n";
-
-bool acceptLoggerResult(TransferContext& context, int result) {
-  switch (result) {
-    case kResultOk:
-      return true;
-    case kResultPortNotOpened:
-    case kResultDeclined:
-      context.dialog().tell(kMainTitle, kNoConnectionGerman, BoxIcon::Critical);
-      return false;
-    case kResultVersionConflict:
-      context.showIdentification();
-      return false;
-    case kResultCancelled:
-    case kResultTimeout:
-    case kResultNoConnection:
-    case kResultNoResponse:
-      return context.dialog().ask(Box{kOptionModuleTitle, kFragmentsGerman, BoxIcon::Critical,
-                                      BoxButtons::YesNo, BoxAnswer::No}) == BoxAnswer::Yes;
-    default:
-      return false;
-  }
-}
 
 }  // namespace
 
@@ -56,7 +34,10 @@ std::string loggerLines(std::string_view received) {
 void ReadLogger(TransferContext& context, std::string& monitor, int& result) {
   TransferOutcome outcome;
   result = SignIn(context.link, uploadJob(kRequestLogger, kLabelLogger), outcome);
-  if (!acceptLoggerResult(context, result)) return;
+  const Box fragments{kOptionModuleTitle, kFragmentsGerman, BoxIcon::Critical, BoxButtons::YesNo,
+                      BoxAnswer::No};
+  // This dialog speaks German in every language.
+  if (!acceptUploadResult(context, result, kNoConnectionGerman, fragments)) return;
   // The end mark of the module's last block is framing, not a character of the logger text.
   std::string received = outcome.receivedText();
   received.erase(std::min(received.find(kEndOfBlock), received.size()));

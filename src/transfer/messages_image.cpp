@@ -1,5 +1,6 @@
 #include <string>
 
+#include "project/number_text.h"
 #include "text/substitution.h"
 #include "text/ui_text_slots.h"
 #include "transfer/data_image.h"
@@ -20,7 +21,7 @@ char optionLetter(const Table& messages, int row) {
 }
 
 void warnSingleCharacter(ImageEnv& env, int row) {
-  env.dialog.tell(kMainTitle, env.texts[slot::kMessagePerLine] + field::signedNumberText(row - 1) +
+  env.dialog.tell(kMainTitle, env.texts[slot::kMessagePerLine] + SignedDecimal(row - 1) +
                                   env.texts[slot::kOnlyOneCharacter]);
 }
 

@@ -1,6 +1,7 @@
 #include <string>
 #include <string_view>
 
+#include "project/number_text.h"
 #include "text/ui_text_slots.h"
 #include "transfer/field_text.h"
 #include "transfer/image_parse.h"
@@ -77,7 +78,7 @@ void parseConfiguration(const std::string& text, Project& project, ImageEnv& env
         BoxIcon::Exclamation);
     return;
   }
-  std::string formatted = std::to_string(field::leadingNumber(pin));
+  std::string formatted = std::to_string(NumericValue(pin));
   if (formatted.size() < kPinWidth) formatted.insert(0, kPinWidth - formatted.size(), '0');
   project.pin = std::move(formatted);
 }

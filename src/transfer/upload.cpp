@@ -30,7 +30,9 @@ void messagesBody(TransferContext& context, int& result) {
   context.setTransferStatus(context.texts[slot::kReadMessagesStatus]);
   TransferOutcome outcome;
   result = readKind(context, kRequestMessages, kLabelMessages, outcome);
-  if (!acceptUploadResult(context, result, languageFragmentsQuestion(context, kMainTitle))) return;
+  if (!acceptUploadResult(context, result, context.texts[slot::kNoConnection],
+                          languageFragmentsQuestion(context, kMainTitle)))
+    return;
   ImageEnv env = context.imageEnv();
   const MessagesParse parsed = parseMessages(outcome.received, context.project, env);
   if (result != kResultOk) {
@@ -46,7 +48,9 @@ void phonesBody(TransferContext& context, int& result) {
   context.setTransferStatus(context.texts[slot::kReadPhonesStatus]);
   TransferOutcome outcome;
   result = readKind(context, kRequestPhoneNumbers, kLabelPhoneNumbers, outcome);
-  if (!acceptUploadResult(context, result, languageFragmentsQuestion(context, kMainTitle))) return;
+  if (!acceptUploadResult(context, result, context.texts[slot::kNoConnection],
+                          languageFragmentsQuestion(context, kMainTitle)))
+    return;
   ImageEnv env = context.imageEnv();
   parsePhoneNumbers(outcome.receivedText(), context.project, env);
 }
@@ -55,7 +59,7 @@ void configurationBody(TransferContext& context, int& result) {
   context.setTransferStatus(context.texts[slot::kReadingAddressPin]);
   TransferOutcome outcome;
   result = readKind(context, kRequestConfiguration, kLabelConfiguration, outcome);
-  if (!acceptUploadResult(context, result,
+  if (!acceptUploadResult(context, result, context.texts[slot::kNoConnection],
                           fragmentsQuestion(kOptionModuleTitle, kConfigurationFragments))) {
     return;
   }
@@ -68,7 +72,7 @@ void configurationBody(TransferContext& context, int& result) {
 void controllerDataBody(TransferContext& context, int& result) {
   TransferOutcome outcome;
   result = readKind(context, kRequestControllerData, kLabelControllerData, outcome);
-  if (!acceptUploadResult(context, result,
+  if (!acceptUploadResult(context, result, context.texts[slot::kNoConnection],
                           languageFragmentsQuestion(context, kOptionModuleTitle))) {
     return;
   }
@@ -91,13 +95,14 @@ void askSaveBeforeReading(TransferContext& context) {
   context.project.changed = false;
 }
 
-bool acceptUploadResult(TransferContext& context, int result, const Box& fragmentsQuestion) {
+bool acceptUploadResult(TransferContext& context, int result, const std::string& noConnectionText,
+                        const Box& fragmentsQuestion) {
   switch (result) {
     case kResultOk:
       return true;
     case kResultPortNotOpened:
     case kResultDeclined:
-      context.dialog().tell(kMainTitle, context.texts[slot::kNoConnection], BoxIcon::Critical);
+      context.dialog().tell(kMainTitle, noConnectionText, BoxIcon::Critical);
       return false;
     case kResultVersionConflict:
       context.showIdentification();

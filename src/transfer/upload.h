@@ -26,6 +26,7 @@ void askSaveBeforeReading(TransferContext& context);
 // (result 0, or the fragments question answered Yes). Shows the "no connection" box for 1 and
 // 2 and the identification for 7.
 [[nodiscard]] bool acceptUploadResult(TransferContext& context, int result,
+                                      const std::string& noConnectionText,
                                       const Box& fragmentsQuestion);
 
 }  // namespace quillon
