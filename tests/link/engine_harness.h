@@ -3,10 +3,12 @@
 // records what it writes and reports. Events are rendered as short texts so that a test can
 // state the expected sequence by hand.
 
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "link/sign_in.h"
 #include "link/transfer_engine.h"
 
 namespace quillon::testing {
@@ -16,64 +18,126 @@ inline const std::string ACK = "\x06";
 inline const std::string NAK = "\x15";
 inline const std::string EOB = "\xFD";
 
-// Non-printable bytes as <code>, so expectations stay readable.
-std::string visible(const std::string& bytes);
-std::string describe(const TransferEvent& event);
+using Lines = std::vector<std::string>;
 
+// Non-printable bytes as <code>, so expectations stay readable.
+inline std::string visible(const std::string& bytes) {
+  std::string out;
+  for (char c : bytes) {
+    const auto code = static_cast<unsigned char>(c);
+    out += code < 32 || code >= 127 ? "<" + std::to_string(code) + ">" : std::string(1, c);
+  }
+  return out;
+}
+
+inline std::string describe(const TransferEvent& e) {
+  using K = TransferEvent::Kind;
+  static const char* const names[] = {"comment",  "progress", "block",    "reply", "received",
+                                      "count",    "title",    "box",      "log",   "busy",
+                                      "finished", "status",   "blockread"};
+  static const char* const icons[] = {"", " [i]", " [!]", " [stop]", " [?]"};
+  std::string out = names[static_cast<int>(e.kind)] + std::string(" ");
+  if (e.kind == K::Finished) return "finished";
+  if (e.kind == K::Busy) return out + (e.value != 0 ? "on" : "off");
+  if (e.kind == K::Box)
+    return out + e.box.title + ": " + visible(e.box.text) + icons[static_cast<int>(e.box.icon)];
+  if (e.kind == K::Progress || e.kind == K::Count) return out + std::to_string(e.value);
+  if (e.kind == K::Received) out += std::to_string(e.value) + " ";
+  if (e.kind == K::Log) out += e.text2;
+  out += visible(e.text);
+  if (e.kind == K::Block || e.kind == K::BlockRead) out += " | " + visible(e.text2);
+  return out;
+}
+
+// One scripted moment: bytes arriving, or the start, the timer, Cancel or a lost link.
 struct Step {
-  enum class Kind { Start, Bytes, Deadline, Cancel, LinkLost };
-  Kind kind;
+  enum Kind { Start, Bytes, Deadline, Cancel, LinkLost } kind;
   TimeOfDay at;
   std::string bytes;
 };
-
-Step startAt(TimeOfDay at);
-Step bytesAt(TimeOfDay at, std::string bytes);
-Step deadlineAt(TimeOfDay at);
-Step cancelAt(TimeOfDay at);
-Step linkLostAt(TimeOfDay at);
+using Steps = std::vector<Step>;
+inline Step startAt(TimeOfDay at) { return {Step::Start, at, {}}; }
+inline Step bytesAt(TimeOfDay at, std::string b) { return {Step::Bytes, at, std::move(b)}; }
+inline Step deadlineAt(TimeOfDay at) { return {Step::Deadline, at, {}}; }
+inline Step cancelAt(TimeOfDay at) { return {Step::Cancel, at, {}}; }
+inline Step linkLostAt(TimeOfDay at) { return {Step::LinkLost, at, {}}; }
 
 class Harness {
  public:
   explicit Harness(TransferJob job, EngineSettings settings = {})
       : m_engine(std::move(job), settings) {}
 
-  void start(TimeOfDay now);
-  void bytes(const std::string& received, TimeOfDay now);
-  void deadline(TimeOfDay now);
-  // Fires the timer at the engine's own deadline; returns that moment.
-  TimeOfDay fire();
-  void cancel(TimeOfDay now);
-  void linkLost(TimeOfDay now);
-  // Every Bytes step is handed over in pieces of `piece` bytes (0: whole).
-  void run(const std::vector<Step>& steps, std::size_t piece = 0);
+  void start(TimeOfDay now) { run({startAt(now)}); }
+  void bytes(const std::string& received, TimeOfDay now) { run({bytesAt(now, received)}); }
+  void deadline(TimeOfDay now) { run({deadlineAt(now)}); }
 
-  // Starts and signs in at `at` with the module's ACK; afterwards `wire` holds only what went out
-  // after the probe (the start identifier or the request letter) and `events` is empty.
-  void signIn(TimeOfDay at = 0);
+  // Every Bytes step is handed over in pieces of `piece` bytes (0: whole).
+  void run(const Steps& steps, std::size_t piece = 0) {
+    for (const Step& s : steps) {
+      if (s.kind == Step::Start) m_engine.start(s.at);
+      if (s.kind == Step::Deadline) m_engine.onDeadline(s.at);
+      if (s.kind == Step::Cancel) m_engine.cancel(s.at);
+      if (s.kind == Step::LinkLost) m_engine.onLinkLost(s.at);
+      const std::size_t n = piece == 0 ? s.bytes.size() : piece;
+      for (std::size_t i = 0; i < s.bytes.size(); i += n) {
+        m_engine.onBytes(s.bytes.substr(i, n), s.at);
+        collect();
+      }
+      collect();
+    }
+  }
+
+  // Starts and signs in at 0 with the module's ACK; afterwards `wire` holds only what went out
+  // from 1100 on (the start identifier or the request letter) and `events` is empty.
+  void signIn() {
+    run({startAt(0), bytesAt(100, ACK)});
+    forget();
+    deadline(1100);
+    events.clear();
+  }
   // Answers every acknowledgement wait with ACK until the transfer ends.
-  void ackAll(TimeOfDay from);
-  void forget();
+  void ackAll(TimeOfDay from) {
+    for (int i = 0; i < 1000 && !m_engine.finished(); ++i) bytes(ACK, from + 10 * i);
+  }
+  void forget() {
+    wire.clear();
+    events.clear();
+  }
 
   TransferEngine& engine() { return m_engine; }
   [[nodiscard]] std::optional<TimeOfDay> due() const { return m_engine.deadline(); }
+  [[nodiscard]] int result() const { return TransferResultForTitle(m_engine.outcome().title); }
 
-  std::string wire;                 // everything written, in order
-  std::vector<std::string> events;  // every event, described
-  std::vector<TransferEvent> raw;   // every event as it came
+  // The described events of the given kinds ("box", "title", "comment" ...), in order.
+  [[nodiscard]] Lines only(std::initializer_list<std::string> kinds) const {
+    Lines out;
+    for (const auto& e : events)
+      for (const auto& kind : kinds)
+        if (e.rfind(kind + " ", 0) == 0) out.push_back(e);
+    return out;
+  }
+  [[nodiscard]] Lines only(const std::string& kind) const { return only({kind}); }
 
-  // The described events of one kind prefix ("box", "title", "comment" ...), in order.
-  [[nodiscard]] std::vector<std::string> only(const std::string& prefix) const;
+  std::string wire;  // everything written, in order
+  Lines events;      // every event, described
 
  private:
-  void collect();
+  void collect() {
+    wire += m_engine.takeOutgoing();
+    for (const auto& e : m_engine.takeEvents()) events.push_back(describe(e));
+  }
   TransferEngine m_engine;
 };
 
 // A sending job as the downloads prepare it.
-TransferJob sendJob(std::string text, std::string startIdentifier = "M0002",
-                    std::string text2 = {});
+inline TransferJob sendJob(std::string text, std::string startIdentifier = "M0002",
+                           std::string text2 = {}) {
+  return {"Download active",          "Messages", std::move(text), std::move(text2),
+          std::move(startIdentifier), '\0'};
+}
 // A reading job as the uploads prepare it.
-TransferJob readJob(char letter, std::string contentLabel);
+inline TransferJob readJob(char letter, std::string contentLabel) {
+  return {"Upload active", std::move(contentLabel), {}, {}, {}, letter};
+}
 
 }  // namespace quillon::testing

@@ -1,3 +1,5 @@
+// The reply time-out counts whole seconds: more than 20 of them between the start and now.
+
 #include <gtest/gtest.h>
 
 #include "engine_harness.h"
@@ -6,87 +8,54 @@
 namespace quillon::testing {
 namespace {
 
-struct TimerRow {
-  const char* name;
-  TimeOfDay begin;
-  TimeOfDay firstDeadline;
-  std::vector<std::pair<TimeOfDay, bool>> probes;  // moment, timed out
-};
-
-class ReplyTimeout : public ::testing::TestWithParam<TimerRow> {};
-
-TEST_P(ReplyTimeout, CountsFromTheWholeSecond) {
-  const auto& row = GetParam();
-  ReplyTimer timer;
-  timer.start(row.begin, 20000);
-  EXPECT_EQ(timer.deadline(), row.firstDeadline);
-  for (const auto& [at, out] : row.probes) EXPECT_EQ(timer.expired(at), out) << "at " << at;
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, ReplyTimeout,
-    ::testing::Values(
-        TimerRow{"twentySecondsAfterAWholeSecondStillWaits", 10000, 31000, {{30000, false}}},
-        TimerRow{"theTwentyFirstSecondStillWaits", 10000, 31000, {{30999, false}}},
-        TimerRow{"twentyOneSecondsHaveTimedOut", 10000, 31000, {{31000, true}}},
-        TimerRow{"halfwayIntoASecondWaitsTwentySecondsLessOneMillisecond",
-                 10500,
-                 31000,
-                 {{30499, false}, {30999, false}}},
-        TimerRow{"halfwayIntoASecondTimedOutAfterTwentyOne", 10500, 31000, {{31500, true}}},
-        // Begun at x.999 the wait still lasts just over 20 seconds: it ends at x+21.000.
-        TimerRow{"lateInASecondStillWaitsTwentySecondsLessOneMillisecond",
-                 10999,
-                 31000,
-                 {{30998, false}}},
-        TimerRow{"lateInASecondTimesOutAfterJustOverTwentySeconds", 10999, 31000, {{31000, true}}},
-        TimerRow{"midnightMovesTheStartToTheNewDay",
-                 86395500,
-                 86400000,
-                 {{86399999, false}, {3, false}, {20999, false}, {21000, true}}},
-        TimerRow{"firstLookAfterMidnightLate",
-                 86399000,
-                 86400000,
-                 {{2500, false}, {22999, false}, {23000, true}}}),
-    [](const auto& p) { return std::string(p.param.name); });
-
-struct EngineTimeRow {
-  const char* name;
-  TimeOfDay replyAt;
-  bool timedOut;
-};
-
-class EngineReplyTime : public ::testing::TestWithParam<EngineTimeRow> {};
-
-// The start identifier goes out at 10.999 s, so its wait counts from 10.000 s.
-TEST_P(EngineReplyTime, AReplyAtTheBoundary) {
-  Harness h(sendJob("AB"));
-  h.start(9800);
-  h.bytes(ACK, 9999);
-  h.deadline(10999);
-  h.forget();
-  EXPECT_EQ(h.wire, "");
-  EXPECT_EQ(h.due(), 31000);
-  h.deadline(30999);
-  EXPECT_EQ(h.events, std::vector<std::string>{});
-  h.bytes(ACK, GetParam().replyAt);
-  if (GetParam().timedOut) {
-    EXPECT_EQ(h.only("box"), std::vector<std::string>{"box : Timeout"});
-    EXPECT_EQ(h.engine().outcome().title, "Cancel");
-    EXPECT_EQ(h.wire, "");
-  } else {
-    EXPECT_EQ(h.only("reply"), std::vector<std::string>{"reply [ACK]"});
-    EXPECT_EQ(h.wire, "AB03");
+TEST(ReplyTimeout, CountsFromTheWholeSecond) {
+  using Probes = std::vector<std::pair<TimeOfDay, bool>>;  // moment, timed out
+  struct Row {
+    const char* name;
+    TimeOfDay begin;
+    TimeOfDay firstDeadline;
+    Probes probes;
+  };
+  const std::vector<Row> rows = {
+      // 20 s - 1 ms after the start still waits; 21 s after it has timed out.
+      {"halfwayIntoASecond", 10500, 31000,
+       Probes{{30499, false}, {30999, false}, {31000, true}, {31500, true}}},
+      // Begun at x.999 the wait still lasts just over 20 seconds: it ends at x+21.000.
+      {"lateInASecond", 10999, 31000, Probes{{30998, false}, {31000, true}}},
+      {"midnightMovesTheStartToTheNewDay", 86395500, 86400000,
+       Probes{{86399999, false}, {3, false}, {20999, false}, {21000, true}}},
+  };
+  for (const Row& row : rows) {
+    ReplyTimer timer;
+    timer.start(row.begin, 20000);
+    EXPECT_EQ(timer.deadline(), row.firstDeadline) << row.name;
+    for (const auto& [at, out] : row.probes)
+      EXPECT_EQ(timer.expired(at), out) << row.name << " at " << at;
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, EngineReplyTime,
-                         ::testing::Values(EngineTimeRow{"lastMomentIsInTime", 30999, false},
-                                           EngineTimeRow{"oneMillisecondLateTimedOut", 31000,
-                                                         true}),
-                         [](const auto& p) { return std::string(p.param.name); });
+// The start identifier goes out at 10.999 s, so its wait counts from 10.000 s.
+TEST(EngineReplyTime, AReplyAtTheBoundary) {
+  for (const TimeOfDay replyAt : {30999, 31000}) {
+    Harness h(sendJob("AB"));
+    h.run({startAt(9800), bytesAt(9999, ACK), deadlineAt(10999)});
+    h.forget();
+    EXPECT_EQ(h.due(), 31000);
+    h.deadline(30999);
+    EXPECT_EQ(h.events, Lines{});
+    h.bytes(ACK, replyAt);
+    if (replyAt == 31000) {
+      EXPECT_EQ(h.only("box"), Lines{"box : Timeout"});
+      EXPECT_EQ(h.engine().outcome().title, "Cancel");
+      EXPECT_EQ(h.wire, "");
+    } else {
+      EXPECT_EQ(h.only("reply"), Lines{"reply [ACK]"});
+      EXPECT_EQ(h.wire, "AB03");
+    }
+  }
+}
 
-TEST(EngineReplyTime, ASignInAcrossMidnightEndsTwentySecondsIntoTheNewDay) {
+TEST(EngineReplyTime, ASignInAcrossMidnightEndsTwentyOneSecondsIntoTheNewDay) {
   Harness h(sendJob("AB"));
   h.start(86399000);
   EXPECT_EQ(h.due(), 86400000);
@@ -94,29 +63,19 @@ TEST(EngineReplyTime, ASignInAcrossMidnightEndsTwentySecondsIntoTheNewDay) {
   EXPECT_EQ(h.events.size(), 3U);  // only what the start reported
   EXPECT_EQ(h.due(), 21000);
   h.deadline(20999);
-  EXPECT_EQ(h.only("box"), std::vector<std::string>{});
+  EXPECT_EQ(h.only("box"), Lines{});
   h.deadline(21000);
-  EXPECT_EQ(h.only("box"),
-            (std::vector<std::string>{"box : Timeout", "box Terminal: Telvane not ready"}));
+  EXPECT_EQ(h.only("box"), (Lines{"box : Timeout", "box Terminal: Telvane not ready"}));
 }
 
 TEST(EngineReplyTime, PauseAcrossMidnightLastsOneSecond) {
   Harness h(sendJob("AB"));
-  h.start(86399000);
-  h.bytes(ACK, 86399500);
+  h.run({startAt(86399000), bytesAt(86399500, ACK)});
   EXPECT_EQ(h.due(), 86400500);
   h.deadline(499);
   EXPECT_EQ(h.wire, "??");
   h.deadline(500);
   EXPECT_EQ(h.wire, "??M0002");
-}
-
-TEST(EngineReplyTime, ShorterReplyTimeoutFromTheSettings) {
-  EngineSettings settings;
-  settings.replyTimeout = 2000;
-  Harness h(sendJob("AB"), settings);
-  h.start(4321);
-  EXPECT_EQ(h.due(), 7000);
 }
 
 }  // namespace
