@@ -35,10 +35,13 @@ class SimModule {
     m_process.kill();
     m_process.waitForFinished(5000);
   }
-  void stop() {
-    if (m_process.state() == QProcess::NotRunning) return;
-    m_process.closeWriteChannel();
-    if (!m_process.waitForFinished(5000)) kill();
+  // Closing standard input ends the simulator; returns its exit code.
+  int stop() {
+    if (m_process.state() != QProcess::NotRunning) {
+      m_process.closeWriteChannel();
+      if (!m_process.waitForFinished(5000)) kill();
+    }
+    return m_process.exitCode();
   }
 
  private:
