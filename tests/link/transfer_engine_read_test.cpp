@@ -79,17 +79,16 @@ TEST(TransferEngine, RepliesInPiecesGiveTheSameOutcomeAsWholeReplies) {
 }
 
 TEST(TransferEngineRead, WrongChecksumIsAnsweredWithNakAndReadAgain) {
-  for (const std::string wrong : {"F5", "f4"}) {  // the comparison is case-sensitive
-    Harness h(readJob('v', "Version"));
-    h.signIn();
-    h.run({bytesAt(1200, "V000F"), bytesAt(1300, kVersionData + wrong),
-           bytesAt(1400, kVersionData + wrong), bytesAt(1500, kVersionData + kVersionSum)});
-    EXPECT_EQ(h.wire, "V" + ACK + NAK + NAK + ACK) << wrong;
-    EXPECT_EQ(h.only("log SCHREIBEN:"),
-              (Lines{"log SCHREIBEN: <21>", "log SCHREIBEN: <21>", "log SCHREIBEN: <6>"}));
-    EXPECT_EQ(h.engine().outcome().received[0], kVersionData);
-    EXPECT_EQ(h.engine().comment(), "done");
-  }
+  Harness h(readJob('v', "Version"));
+  h.signIn();
+  // The comparison is case-sensitive: lower-case digits are wrong too.
+  h.run({bytesAt(1200, "V000F"), bytesAt(1300, kVersionData + "F5"),
+         bytesAt(1400, kVersionData + "f4"), bytesAt(1500, kVersionData + kVersionSum)});
+  EXPECT_EQ(h.wire, "V" + ACK + NAK + NAK + ACK);
+  EXPECT_EQ(h.only("log SCHREIBEN:"),
+            (Lines{"log SCHREIBEN: <21>", "log SCHREIBEN: <21>", "log SCHREIBEN: <6>"}));
+  EXPECT_EQ(h.engine().outcome().received[0], kVersionData);
+  EXPECT_EQ(h.engine().comment(), "done");
 }
 
 TEST(TransferEngineRead, CountReplyIsTheFourCharactersAfterTheLetter) {

@@ -81,16 +81,13 @@ TEST(TransferEngineSignIn, EndingsAndTheirBoxes) {
     std::string wire;
     Lines boxesAndTitles;
   };
-  const Steps twoWrongAnswers = {startAt(0), bytesAt(100, "x"), deadlineAt(1100),
-                                 bytesAt(1200, "y"), deadlineAt(2200)};
   const std::vector<Row> rows = {
       {"ackAnywhereInTheAnswerCounts", 0, "",
        Steps{startAt(0), bytesAt(100, "xy"), bytesAt(900, ACK + "z"), deadlineAt(1900)}, "??M0002",
        Lines{}},
-      {"twoAnswersWithoutAck", 0, "", twoWrongAnswers, "????",
-       Lines{"box Terminal: Error ", "title No connection"}},
-      {"portErrorTextInTheBox", 0, "Device busy", twoWrongAnswers, "????",
-       Lines{"box Terminal: Error Device busy", "title No connection"}},
+      {"twoAnswersWithoutAckShowThePortError", 0, "Device busy",
+       Steps{startAt(0), bytesAt(100, "x"), deadlineAt(1100), bytesAt(1200, "y"), deadlineAt(2200)},
+       "????", Lines{"box Terminal: Error Device busy", "title No connection"}},
       {"silentModuleGerman", 1, "", Steps{startAt(500), deadlineAt(21000)}, "??",
        Lines{"box : Timeout", "title No response", "box Terminal: Telvane nicht bereit",
              "title No connection"}},

@@ -32,13 +32,8 @@ class IdentifyCommandTest : public QObject {
 namespace {
 
 const char* const kTelvane =
-    "Version: 1.23\n"
-    "Bus type: Millenium M3\n"
-    "Device: Telvane\n"
-    "Firmware: Alarmieren\n"
-    "Nuber of messages: 100\n"
-    "Number of phone nrs.: 60\n"
-    "Reply: 007B090300003E<253>\n";
+    "Version: 1.23\nBus type: Millenium M3\nDevice: Telvane\nFirmware: Alarmieren\n"
+    "Nuber of messages: 100\nNumber of phone nrs.: 60\nReply: 007B090300003E<253>\n";
 
 struct Ran {
   int exitCode;

