@@ -23,7 +23,6 @@ class IdentifyCommandTest : public QObject {
  private Q_SLOTS:
   void runs_data();
   void runs();
-  void wrongCommandLines_data();
   void wrongCommandLines();
   void logsTheTrafficInTheCurrentDirectoryByteForByte();
   void theCommandLineProgram();
@@ -98,39 +97,25 @@ void IdentifyCommandTest::runs() {
   QCOMPARE(ran.err, err);
 }
 
-void IdentifyCommandTest::wrongCommandLines_data() {
-  QTest::addColumn<QStringList>("arguments");
-  QTest::addColumn<int>("exitCode");
-  QTest::addColumn<QString>("firstLine");
-
-  QTest::newRow("noPort") << QStringList{"--yes"} << 64
-                          << "quillon-cli identify: identify needs --port DEV";
-  QTest::newRow("portWithoutValue")
-      << QStringList{"--port"} << 64 << "quillon-cli identify: option --port needs a value";
-  QTest::newRow("timeoutNotANumber")
-      << QStringList{"--port", "/x", "--reply-timeout", "soon"} << 64
-      << "quillon-cli identify: --reply-timeout needs a number of seconds, not 'soon'";
-  QTest::newRow("unknownLanguage") << QStringList{"--port", "/x", "--lang", "fr"} << 64
-                                   << "quillon-cli identify: unknown language 'fr': use en or de";
-  QTest::newRow("unknownOption") << QStringList{"--port", "/x", "--speed", "9600"} << 64
-                                 << "quillon-cli identify: unknown option '--speed'";
-  QTest::newRow("missingDevice") << QStringList{"--port", "/nonexistent/ttySIM", "--yes"} << 1
-                                 << "Cannot open /nonexistent/ttySIM: No such file or directory";
-  QTest::newRow("unknownPortNumber")
-      << QStringList{"--port", "COM15", "--yes"} << 1 << "No device for port COM15";
-}
-
 void IdentifyCommandTest::wrongCommandLines() {
-  QFETCH(QStringList, arguments);
-  QFETCH(int, exitCode);
-  QFETCH(QString, firstLine);
-
   // Port 15 must name nothing, whatever ports the machine has.
   QSettings(kSettingsOrganisation, kSettingsApplication).setValue("Ports/COM15", "");
-  const Ran ran = runIdentify(arguments);
-  QCOMPARE(ran.exitCode, exitCode);
-  QCOMPARE(ran.out, QString());
-  QCOMPARE(ran.err.section('\n', 0, 0), firstLine);
+  const QString usage = "64 quillon-cli identify: ";
+  const std::vector<std::pair<QStringList, QString>> rows = {
+      {{"--yes"}, usage + "identify needs --port DEV"},
+      {{"--port"}, usage + "option --port needs a value"},
+      {{"--port", "/x", "--reply-timeout", "soon"},
+       usage + "--reply-timeout needs a number of seconds, not 'soon'"},
+      {{"--port", "/x", "--lang", "fr"}, usage + "unknown language 'fr': use en or de"},
+      {{"--port", "/x", "--speed", "9600"}, usage + "unknown option '--speed'"},
+      {{"--port", "/nonexistent/ttySIM", "--yes"},
+       "1 Cannot open /nonexistent/ttySIM: No such file or directory"},
+      {{"--port", "COM15", "--yes"}, "1 No device for port COM15"}};
+  for (const auto& [arguments, exitAndFirstLine] : rows) {
+    const Ran ran = runIdentify(arguments);
+    QCOMPARE(QString::number(ran.exitCode) + " " + ran.err.section('\n', 0, 0), exitAndFirstLine);
+    QCOMPARE(ran.out, QString());
+  }
 }
 
 void IdentifyCommandTest::logsTheTrafficInTheCurrentDirectoryByteForByte() {

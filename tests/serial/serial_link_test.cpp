@@ -7,6 +7,7 @@
 #include <QElapsedTimer>
 #include <QSettings>
 #include <QtTest>
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <vector>
@@ -25,6 +26,9 @@ using testing::SimModule;
 using Texts = std::vector<std::string>;
 
 const std::string kReady = "Telvane ready ?";
+// A configuration image: 182 separates the fields, 253 ends it; its checksum is FE.
+const std::string kFill = "\xB6";
+const std::string kImage = "00" + kFill + "4711" + kFill + "\xFD";
 
 // Sees the status panels and every transfer event.
 class Recorder : public StatusDisplay, public TransferObserver {
@@ -131,17 +135,14 @@ void SerialLinkTest::identifies() {
 void SerialLinkTest::downloadIsReadBack() {
   SimModule sim(QStringLiteral("ttySIM-roundtrip"));
   Rig rig(sim.link());
-  const std::string image =
-      "00\xB6"
-      "4711\xB6\xFD";
   TransferOutcome outcome;
-  QCOMPARE(SignIn(rig.context, download("P0009", image), outcome), 0);
+  QCOMPARE(SignIn(rig.context, download("P0009", kImage), outcome), 0);
   QCOMPARE(outcome.title, std::string(kDownloadActive));
   // The final confirmation arrived: no "no final confirmation" box.
   QCOMPARE(rig.dialog.texts(), Texts{kReady});
 
   QCOMPARE(SignIn(rig.context, upload('p', "Configuration"), outcome), 0);
-  QCOMPARE(outcome.receivedText(), image);
+  QCOMPARE(outcome.receivedText(), kImage);
   QCOMPARE(rig.seen.jobs, (Texts{"Upload active", "Download active", "Upload active"}));
 }
 
@@ -149,19 +150,11 @@ void SerialLinkTest::nakStormEndsTheDownload() {
   SimModule sim(QStringLiteral("ttySIM-nakstorm"), {"--nak-every", "1"});
   Rig rig(sim.link());
   TransferOutcome outcome;
-  QCOMPARE(SignIn(rig.context,
-                  download("P0009",
-                           "00\xB6"
-                           "1234\xB6\xFD"),
-                  outcome),
-           3);
+  QCOMPARE(SignIn(rig.context, download("P0009", kImage), outcome), 3);
   QCOMPARE(rig.dialog.texts(), (Texts{kReady, " Aborted after 5 triials "}));
   QCOMPARE(rig.dialog.boxes[1].title, std::string("Terminal"));
   QCOMPARE(rig.dialog.boxes[1].icon, BoxIcon::Critical);
-  QCOMPARE(std::count(rig.seen.logged.begin(), rig.seen.logged.end(),
-                      "WRITE: 00\xB6"
-                      "1234\xB6\xFD"
-                      "F9"),
+  QCOMPARE(std::count(rig.seen.logged.begin(), rig.seen.logged.end(), "WRITE: " + kImage + "FE"),
            5);
 }
 
