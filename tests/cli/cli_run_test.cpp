@@ -27,29 +27,22 @@ std::string repeat(const std::string& piece, int times) {
   return out;
 }
 
-// One message too short, phone numbers to clean and an umlaut in a warning.
-const std::string kMessyProject =
-    "M@Pumpe aus;\r\n"
-    "M@a;\r\n"
-    "T0171\xB6;SMSC\r\n"
-    "T+49 (0)171 555;M\xFCller\r\n"
-    "T12;zu kurz\r\n"
-    "V1.0.0\r\n";
-
-// Every kind of data with something to convert: umlauts, options, filter, phones, PIN, flag.
+// Every kind of data with something to convert: umlauts, options, filter, phones to clean, a
+// message of one character, PIN, flag.
 const std::string kProject =
     "M@Gr\xFC\xDF\x65;Kommentar\r\n"
-    "MCHallo;\r\n"
+    "MCa;\r\n"
     "MQ*T#;ok\r\n"
     "F01Filter;Kommentar\r\n"
-    "T+49171;SMSC\r\n"
-    "T0171 555;Name\r\n"
+    "T+49171\xB6;SMSC\r\n"
+    "T+49 (0)171 555;M\xFCller\r\n"
+    "T12;zu kurz\r\n"
     "L1;;04D2;Station\r\n"
     "E 3;12;5\r\n"
     "V1.0.0\r\n";
 
 const std::string kPhoneWarning =
-    "Telefonnummer enth\xC3\xA4lt ung\xC3\xBCltiges Zeichen. 0171 555 wird gefiltert! \n";
+    "Telefonnummer enth\xC3\xA4lt ung\xC3\xBCltiges Zeichen. +49 (0)171 555 wird gefiltert! \n";
 
 class CliRunTest : public ::testing::Test {
  protected:
@@ -59,17 +52,18 @@ class CliRunTest : public ::testing::Test {
              std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + "-" +
              std::to_string(std::random_device{}()));
     fs::create_directories(m_dir);
-    writeBytes(m_dir / "messy.EAY", kMessyProject);
     writeBytes(m_dir / "anlage.EAY", kProject);
     writeBytes(m_dir / "ohne-pin.EAY", "M@Pumpe;\r\nV1.0.0\r\n");
   }
   void TearDown() override { fs::remove_all(m_dir); }
 
-  // Runs the command line; an argument "@name" stands for the file `name` in the test's folder.
-  int run(std::vector<std::string> arguments) {
-    for (auto& argument : arguments) {
-      if (argument.starts_with('@')) argument = (m_dir / argument.substr(1)).string();
-    }
+  // Runs the command line, split at blanks; "@name" stands for the file `name` in the test's
+  // folder.
+  int run(const std::string& commandLine) {
+    std::vector<std::string> arguments;
+    std::istringstream words(commandLine);
+    for (std::string word; words >> word;)
+      arguments.push_back(word.starts_with('@') ? path(word.substr(1)) : word);
     std::ostringstream out;
     std::ostringstream err;
     const int code = cli::RunCli(arguments, out, err);
@@ -87,7 +81,7 @@ class CliRunTest : public ::testing::Test {
 TEST_F(CliRunTest, ExitCodesAndErrorOutput) {
   struct Row {
     const char* name;
-    std::vector<std::string> arguments;
+    const char* commandLine;  // split at blanks
     int code;
     std::string err;  // without a final line break: only the first line of the output
   };
@@ -95,69 +89,42 @@ TEST_F(CliRunTest, ExitCodesAndErrorOutput) {
       "Usage: quillon-cli image [--lang en|de] KIND FILE.EAY [-o OUT] [--identifier]\n"
       "Try 'quillon-cli image --help' for more information.\n";
   const Row rows[] = {
-      {"checkPrintsEachBox", {"check", "@messy.EAY"}, 0, "Message nr. 1only 1 character\n"},
-      {"checkInGerman",
-       {"check", "--lang", "de", "@messy.EAY"},
-       0,
-       "Meldungsnr.: 1nur 1 Zeichen!\n"},
-      {"checkUnreadableFile", {"check", "@"}, 66, "Is a directory\n"},
-      {"resaveIntoMissingFolder",
-       {"resave", "@ohne-pin.EAY", "@nicht/da.EAY"},
-       73,
+      {"checkPrintsEachBox", "check @anlage.EAY", 0, "Message nr. 1only 1 character\n"},
+      {"checkInGerman", "check --lang de @anlage.EAY", 0, "Meldungsnr.: 1nur 1 Zeichen!\n"},
+      {"checkUnreadableFile", "check @", 66, "Is a directory\n"},
+      {"resaveIntoMissingFolder", "resave @ohne-pin.EAY @nicht/da.EAY", 73,
        "quillon-cli: cannot write " + path("nicht/da.EAY") + ": No such file or directory\n"},
-      {"noCommand",
-       {},
-       64,
+      {"noCommand", "", 64,
        "quillon-cli: no command given\n"
        "Usage: quillon-cli [--lang en|de] COMMAND [ARGUMENTS]\n"
        "       quillon-cli COMMAND --help\n"
        "Try 'quillon-cli --help' for more information.\n"},
-      {"resaveWithOneFile",
-       {"resave", "a.EAY"},
-       64,
+      {"resaveWithOneFile", "resave a.EAY", 64,
        "quillon-cli: resave takes 2 arguments, not 1\n"
        "Usage: quillon-cli resave [--lang en|de] IN.EAY OUT.EAY\n"
        "Try 'quillon-cli resave --help' for more information.\n"},
-      {"pinRefused",
-       {"image", "P", "@ohne-pin.EAY"},
-       65,
+      {"pinRefused", "image P @ohne-pin.EAY", 65,
        "PIN is not valid. Download of the PIN is cancelled\n"},
-      {"pinRefusedInGerman",
-       {"image", "--lang", "de", "P", "@ohne-pin.EAY"},
-       65,
+      {"pinRefusedInGerman", "image --lang de P @ohne-pin.EAY", 65,
        "PIN ist ung\xC3\xBCltig. Download der PIN wird abgebrochen\n"},
-      {"imageOfMissingFile", {"image", "M", "@fehlt.EAY"}, 9, "File not found\n"},
-      {"unknownKind",
-       {"image", "X", "@anlage.EAY"},
-       64,
+      {"imageOfMissingFile", "image M @fehlt.EAY", 9, "File not found\n"},
+      {"unknownKind", "image X @anlage.EAY", 64,
        "quillon-cli: unknown kind 'X': use M, T, P or Y\n" + imageUsage},
-      {"outputWithoutName",
-       {"image", "M", "@anlage.EAY", "-o"},
-       64,
+      {"outputWithoutName", "image M @anlage.EAY -o", 64,
        "quillon-cli: option -o needs a file name\n" + imageUsage},
       // No port named here exists: a command that got as far as the port would say so instead.
-      {"downloadWithoutPort", {"download", "a.EAY"}, 64, "quillon-cli: download needs --port DEV"},
-      {"downloadUnknownKind",
-       {"download", "--port=/x", "--kind", "Q", "a.EAY"},
-       64,
+      {"downloadWithoutPort", "download a.EAY", 64, "quillon-cli: download needs --port DEV"},
+      {"downloadUnknownKind", "download --port=/x --kind Q a.EAY", 64,
        "quillon-cli: unknown kind 'Q': use M, T, P, Y or all"},
-      {"downloadMissingFile", {"download", "--port", "/x", "@fehlt.EAY"}, 9, "File not found"},
-      {"uploadWithoutOutput",
-       {"upload", "--port", "/x"},
-       64,
-       "quillon-cli: upload needs -o OUT.EAY"},
-      {"uploadMissingBase",
-       {"upload", "--port", "/x", "--into", "@fehlt.EAY", "-o", "@c.EAY"},
-       9,
-       "File not found"},
-      {"loggerUnknownOption",
-       {"logger", "--port", "/x", "--append"},
-       64,
+      {"downloadMissingFile", "download --port /x @fehlt.EAY", 9, "File not found"},
+      {"uploadWithoutOutput", "upload --port /x", 64, "quillon-cli: upload needs -o OUT.EAY"},
+      {"uploadMissingBase", "upload --port /x --into @fehlt.EAY -o @c.EAY", 9, "File not found"},
+      {"loggerUnknownOption", "logger --port /x --append", 64,
        "quillon-cli: unknown option '--append'"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    EXPECT_EQ(run(row.arguments), row.code);
+    EXPECT_EQ(run(row.commandLine), row.code);
     EXPECT_EQ(m_out, "");
     EXPECT_EQ(row.err.ends_with('\n') ? m_err : m_err.substr(0, m_err.find('\n')), row.err);
   }
@@ -165,34 +132,31 @@ TEST_F(CliRunTest, ExitCodesAndErrorOutput) {
 }
 
 TEST_F(CliRunTest, ResaveCleansPhonesAndPrintsWarningsInUtf8) {
-  EXPECT_EQ(run({"resave", "@messy.EAY", "@clean.EAY"}), 0);
-  EXPECT_EQ(m_err,
-            "Message nr. 1only 1 character\n"
-            "Telefonnummer enth\xC3\xA4lt ung\xC3\xBCltiges Zeichen. +49 (0)171 555 wird "
-            "gefiltert! \n");
+  EXPECT_EQ(run("resave @anlage.EAY @clean.EAY"), 0);
+  EXPECT_EQ(m_err, "Message nr. 1only 1 character\n" + kPhoneWarning);
   EXPECT_NE(readBytes(path("clean.EAY"))
-                .find("\r\nT0171" + repeat(kP, 16) + ";SMSC\r\nT+490171555" + repeat(kP, 10) +
+                .find("\r\nT+49171" + repeat(kP, 14) + ";SMSC\r\nT+490171555" + repeat(kP, 10) +
                       ";M\xFCller\r\nT" + repeat(kP, 20) + ";zu kurz\r\n"),
             std::string::npos);
 
-  EXPECT_EQ(run({"resave", "@fehlt.EAY", "@out.EAY"}), 9);
+  EXPECT_EQ(run("resave @fehlt.EAY @out.EAY"), 9);
   EXPECT_FALSE(fs::exists(path("out.EAY")));
 }
 
 TEST_F(CliRunTest, ImageOfEachKind) {
   struct Row {
-    const char* kind;
+    std::string kind;
     std::string image;
     std::string identifier;
     std::string warnings;
   };
   const Row rows[] = {
       {"M",
-       "A;" + kP + "@Gr~\x1E\x65" + kP + "CHallo" + kP + repeat("@" + kP, 98) + "Q*T# ok" + kP +
+       "A;" + kP + "@Gr~\x1E\x65" + kP + "Ca" + kP + repeat("@" + kP, 98) + "Q*T# ok" + kP +
            "Filter" + kP + repeat(kP, 9) + kEnd,
-       "M00EE\n", ""},
+       "M00EA\n", "Message text in line 1only 1 character\n"},
       {"T",
-       "+49171" + repeat(kP, 15) + "0171555" + repeat(kP, 14) + repeat(kP, 21 * 59) +
+       "+49171" + repeat(kP, 15) + "+490171555" + repeat(kP, 11) + repeat(kP, 21 * 59) +
            repeat(kP, 20) + kEnd,
        "T0516\n", kPhoneWarning},
       {"p", "00" + kP + "1234" + kP + kEnd, "P0009\n", ""},
@@ -200,13 +164,12 @@ TEST_F(CliRunTest, ImageOfEachKind) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.kind);
-    EXPECT_EQ(run({"image", row.kind, "@anlage.EAY"}), 0);
+    EXPECT_EQ(run("image " + row.kind + " @anlage.EAY"), 0);
     EXPECT_EQ(m_out, row.image);
-    EXPECT_EQ(m_err, row.warnings);
-    EXPECT_EQ(run({"image", "--identifier", row.kind, "@anlage.EAY"}), 0);
+    EXPECT_EQ(m_err, "Message nr. 1only 1 character\n" + row.warnings);  // the load's box first
+    EXPECT_EQ(run("image --identifier " + row.kind + " @anlage.EAY"), 0);
     EXPECT_EQ(m_out, row.identifier);
-    EXPECT_EQ(run({"image", row.kind, "@anlage.EAY", "-o", "@image.bin"}), 0);
-    EXPECT_EQ(m_out, "");
+    EXPECT_EQ(run("image " + row.kind + " @anlage.EAY -o @image.bin"), 0);
     EXPECT_EQ(readBytes(path("image.bin")), row.image);
   }
 }

@@ -74,64 +74,31 @@ TEST(ConsoleDialog, Answers) {
                       BoxAnswer::No};
   const Box replace{"Kestrix", "Bestehende Datei ersetzen - log.txt?", BoxIcon::Question,
                     BoxButtons::YesNoCancel, BoxAnswer::Yes};
+  const Box other{"Terminal", "Telefonnummer enth\xE4lt\nZeichen", BoxIcon::Exclamation};
   struct Row {
     const char* name;
     Box box;
-    DialogAnswers answers;
+    bool yes;        // --yes
+    bool fragments;  // --fragments
     bool interactive;
     const char* input;
     BoxAnswer answer;
     std::string err;
   };
   const Row rows[] = {
-      {"readyDeclinedWithoutTerminal",
-       ready,
-       {},
-       false,
-       "",
-       BoxAnswer::Cancel,
+      {"readyDeclinedWithoutTerminal", ready, false, false, false, "", BoxAnswer::Cancel,
        "Telvane ready ? - declined: no terminal to ask (use --yes)\n"},
-      {"readyAskedOnTheTerminal",
-       ready,
-       {},
-       true,
-       "\n",
-       BoxAnswer::Ok,
+      {"readyAskedOnTheTerminal", ready, false, false, true, "\n", BoxAnswer::Ok,
        "Telvane ready ? [OK/cancel] "},
-      {"fragmentsDeclinedByDefault",
-       fragments,
-       {true, false},
-       true,
-       "y\n",
-       BoxAnswer::No,
+      {"fragmentsDeclinedByDefault", fragments, true, false, true, "y\n", BoxAnswer::No,
        fragmentsText + " - no (--fragments processes them)\n"},
-      {"fragmentsWanted",
-       fragments,
-       {false, true},
-       false,
-       "",
-       BoxAnswer::Yes,
+      {"fragmentsWanted", fragments, false, true, false, "", BoxAnswer::Yes,
        fragmentsText + " - yes (--fragments)\n"},
-      {"replaceDeclinedWithoutTerminal",
-       replace,
-       {true, true},
-       false,
-       "",
-       BoxAnswer::No,
+      {"replaceDeclinedWithoutTerminal", replace, true, true, false, "", BoxAnswer::No,
        "Bestehende Datei ersetzen - log.txt? - no: no terminal to ask\n"},
-      {"replaceAnsweredYes",
-       replace,
-       {},
-       true,
-       "ja\n",
-       BoxAnswer::Yes,
+      {"replaceAnsweredYes", replace, false, false, true, "ja\n", BoxAnswer::Yes,
        "Bestehende Datei ersetzen - log.txt? [yes/No] "},
-      {"otherBoxOnOneLineInUtf8",
-       {"Terminal", "Telefonnummer enth\xE4lt\nZeichen", BoxIcon::Exclamation},
-       {},
-       true,
-       "",
-       BoxAnswer::Ok,
+      {"otherBoxOnOneLineInUtf8", other, false, false, true, "", BoxAnswer::Ok,
        "Telefonnummer enth\xC3\xA4lt Zeichen\n"},
   };
   for (const auto& row : rows) {
@@ -141,7 +108,7 @@ TEST(ConsoleDialog, Answers) {
     std::ostringstream err;
     Console console{in, out, err, row.interactive, false};
     ProgressLines progress(err, false);
-    ConsoleDialog dialog(console, progress, row.answers);
+    ConsoleDialog dialog(console, progress, DialogAnswers{row.yes, row.fragments});
     EXPECT_EQ(dialog.ask(row.box), row.answer);
     EXPECT_EQ(err.str(), row.err);
     EXPECT_EQ(out.str(), "");

@@ -146,31 +146,27 @@ TEST(PhoneImage, WarningsNeverStopTheBuild) {
                         "berpr\xFC"
                         "fen: Telefonnummer des SMSC",
                         BoxIcon::Exclamation};
-  const Box checkCentreEn{"Kestrix", "Please check: SMSC phone N\xB0", BoxIcon::Exclamation};
   struct Row {
     const char* name;
-    int language;
-    int reported;
+    int reported;  // 0: the module did not say
     const char* centre;
-    std::vector<Box> boxes;
+    bool wrongCountShown;
+    bool checkCentreShown;
   };
   const Row rows[] = {
-      {"tooManyReported", kGerman, 62, "+49171", {wrongCount}},
-      {"shortCentre", kGerman, 60, "123", {checkCentre}},
-      {"emptyCentreInEnglish", kEnglish, 0, "", {checkCentreEn}},
-      {"bothInEnglish",
-       kEnglish,
-       61,
-       "12",
-       {{"Download phone numbers", "Wrong number of Phone N\xB0s", BoxIcon::Exclamation},
-        checkCentreEn}},
+      {"tooManyReported", 62, "+49171", true, false},
+      {"shortCentre", 60, "123", false, true},
+      {"emptyCentre", 0, "", false, true},
+      {"both", 61, "12", true, true},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    Bench bench(row.language);
+    Bench bench;
     bench.project.smsCentre = row.centre;
     EXPECT_EQ(DoTelSend(bench.project, bench.env, row.reported).size(), 1302U);
-    EXPECT_EQ(bench.dialog.boxes, row.boxes);
+    std::vector<Box> expected = onlyIf(row.wrongCountShown, wrongCount);
+    if (row.checkCentreShown) expected.push_back(checkCentre);
+    EXPECT_EQ(bench.dialog.boxes, expected);
   }
 }
 

@@ -42,28 +42,6 @@ TEST(ParseMessages, OptionLettersTextsAckRequestAndFilters) {
   EXPECT_EQ(bench.status.transfer, std::vector<std::string>{"Tabellen beschreiben"});
 }
 
-TEST(ParseMessages, AckRecordVariants) {
-  struct Row {
-    const char* name;
-    std::string record;
-    AckRequest ack;
-  };
-  const Row rows[] = {
-      {"emptyPair", "Q ", {"", ""}},
-      {"splitAtFirstBlank", "Q*T# a b", {"*T#", "a b"}},
-      {"noBlankKeepsThePair", "Qabc", {"old", "pair"}},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
-    Bench bench;
-    bench.project.ack = {"old", "pair"};
-    (void)parseMessages(
-        inFirstBox("A;" + kP + repeat("@" + kP, 100) + row.record + kP + repeat(kP, 10) + kEnd),
-        bench.project, bench.env);
-    EXPECT_EQ(bench.project.ack, row.ack);
-  }
-}
-
 TEST(ParseMessages, RecordsSpanTheFiveReceiveBoxes) {
   Bench bench;
   // One record split over boxes 1 to 3, the next split over boxes 3 and 5 with box 4 empty.
@@ -76,43 +54,53 @@ TEST(ParseMessages, RecordsSpanTheFiveReceiveBoxes) {
   EXPECT_EQ(bench.project.messages.cell(2, 2), "x");
 }
 
-// The image of a module with another message count than the table: surplus records are passed
-// over, a short image ends the messages at its "Q" record.
-TEST(ParseMessages, ImageAndTableOfDifferentSize) {
-  const std::pair<int, std::string> rows[] = {{99, repeat("@m" + kP, 100) + "@surplus" + kP},
-                                              {399, "@m" + kP + "@m" + kP}};
-  for (const auto& [lastMessageIndex, messages] : rows) {
-    SCOPED_TRACE(lastMessageIndex);
-    Bench bench(kGerman, {.lastMessageIndex = lastMessageIndex});
-    bench.project.messages.setCell(3, 4, "stays");
-    const std::string image = "A;" + kP + messages + "Qa b" + kP + "filter" + kP + kEnd;
-    EXPECT_TRUE(parseMessages(inFirstBox(image), bench.project, bench.env).endMarkSeen);
-    EXPECT_EQ(bench.project.messages.cell(lastMessageIndex == 99 ? 100 : 3, 4),
-              lastMessageIndex == 99 ? "m" : "stays");
-    EXPECT_EQ(bench.project.ack, (AckRequest{"a", "b"}));
-    EXPECT_EQ(bench.project.filters.cell(1, 1), "filter");
-  }
-}
-
-TEST(ParseMessages, TruncatedImageReportsWhatHappened) {
+// Images of every length and shape: the "Q" record, images of another module size than the
+// table, and images cut short. Before parsing, message 3 holds "stays", filter 1 "old" and the
+// acknowledgement pair is "old pair".
+TEST(ParseMessages, ImageShapes) {
+  const std::string empty100 = "A;" + kP + repeat("@" + kP, 100);
   struct Row {
     const char* name;
-    std::string text;
+    int lastMessageIndex;
+    std::string image;
     bool endMark;
     bool malformed;
+    const char* ackFirst;
+    const char* ackSecond;
+    int row;  // a message text afterwards
+    const char* text;
+    const char* filter;
   };
   const Row rows[] = {
-      {"cutAtRecordBoundary", "A;" + kP + "@a" + kP, false, false},
-      {"cutInsideRecord", "A;" + kP + "@a" + kP + "@hal", false, true},
-      {"endMarkAfterTwoRows", "A;" + kP + "@a" + kP + "@b" + kP + kEnd, true, false},
+      {"emptyPair", 99, empty100 + "Q " + repeat(kP, 11) + kEnd, true, false, "", "", 3, "", ""},
+      {"splitAtFirstBlank", 99, empty100 + "Q*T# a b" + repeat(kP, 11) + kEnd, true, false, "*T#",
+       "a b", 3, "", ""},
+      {"noBlankKeepsThePair", 99, empty100 + "Qabc" + repeat(kP, 11) + kEnd, true, false, "old",
+       "pair", 3, "", ""},
+      {"surplusRecordsPassedOver", 99,
+       "A;" + kP + repeat("@m" + kP, 100) + "@surplus" + kP + "Qa b" + kP + "f" + kP + kEnd, true,
+       false, "a", "b", 100, "m", "f"},
+      {"shortImageEndsAtQ", 399, "A;" + kP + "@m" + kP + "@m" + kP + "Qa b" + kP + "f" + kP + kEnd,
+       true, false, "a", "b", 3, "stays", "f"},
+      {"cutAtRecordBoundary", 99, "A;" + kP + "@a" + kP, false, false, "old", "pair", 1, "a",
+       "old"},
+      {"cutInsideRecord", 99, "A;" + kP + "@a" + kP + "@hal", false, true, "old", "pair", 1, "a",
+       "old"},
+      {"endMarkAfterTwoRows", 99, "A;" + kP + "@a" + kP + "@b" + kP + kEnd, true, false, "old",
+       "pair", 3, "stays", "old"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    Bench bench;
-    const MessagesParse parsed = parseMessages(inFirstBox(row.text), bench.project, bench.env);
+    Bench bench(kGerman, {.lastMessageIndex = row.lastMessageIndex});
+    bench.project.messages.setCell(3, 4, "stays");
+    bench.project.filters.setCell(1, 1, "old");
+    bench.project.ack = {"old", "pair"};
+    const MessagesParse parsed = parseMessages(inFirstBox(row.image), bench.project, bench.env);
     EXPECT_EQ(parsed.endMarkSeen, row.endMark);
     EXPECT_EQ(parsed.malformed, row.malformed);
-    EXPECT_EQ(bench.project.messages.cell(1, 4), "a");
+    EXPECT_EQ(bench.project.ack, (AckRequest{row.ackFirst, row.ackSecond}));
+    EXPECT_EQ(bench.project.messages.cell(row.row, 4), row.text);
+    EXPECT_EQ(bench.project.filters.cell(1, 1), row.filter);
     EXPECT_EQ(bench.dialog.texts(),
               onlyIf(row.malformed, std::string("Beim Laden der Meldungen gab es einen Fehler. "
                                                 "\rBitte korrigieren.")));
