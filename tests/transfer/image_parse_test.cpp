@@ -24,8 +24,10 @@ TEST(ParseMessages, OptionLettersTextsAckRequestAndFilters) {
   m.setCell(1, 5, "comment kept");
   m.setCell(4, 4, "row not in the image stays");
   bench.project.filters.setCell(2, 1, "old filter");
-  const std::string image = "A;" + kP + "CGr~\x1E\x65" + kP + "GT~r [^\\" + kP + "D" + kP + kEnd;
-  const MessagesParse parsed = parseMessages(inFirstBox(image), bench.project, bench.env);
+  // The first record spans boxes 1 to 3, the second boxes 3 and 5 with box 4 empty.
+  const std::array<std::string, kReceiveBoxes> received = {
+      "A;" + kP + "CGr", "~\x1E", "\x65" + kP + "GT~r", "", " [^\\" + kP + "D" + kP + kEnd};
+  const MessagesParse parsed = parseMessages(received, bench.project, bench.env);
   EXPECT_TRUE(parsed.endMarkSeen);
   EXPECT_FALSE(parsed.malformed);
   const char* expected[4][5] = {{"x", "x", "", "Gr\xFC\xDF\x65", "comment kept"},
@@ -40,18 +42,6 @@ TEST(ParseMessages, OptionLettersTextsAckRequestAndFilters) {
   EXPECT_EQ(bench.project.filters.cell(2, 1), "old filter");
   EXPECT_TRUE(bench.dialog.boxes.empty());
   EXPECT_EQ(bench.status.transfer, std::vector<std::string>{"Tabellen beschreiben"});
-}
-
-TEST(ParseMessages, RecordsSpanTheFiveReceiveBoxes) {
-  Bench bench;
-  // One record split over boxes 1 to 3, the next split over boxes 3 and 5 with box 4 empty.
-  const std::array<std::string, kReceiveBoxes> received = {
-      "A;" + kP + "AEr", "ster ", "Text" + kP + "BZwei", "", "ter" + kP + kEnd};
-  EXPECT_TRUE(parseMessages(received, bench.project, bench.env).endMarkSeen);
-  EXPECT_EQ(bench.project.messages.cell(1, 4), "Erster Text");
-  EXPECT_EQ(bench.project.messages.cell(1, 1), "x");
-  EXPECT_EQ(bench.project.messages.cell(2, 4), "Zweiter");
-  EXPECT_EQ(bench.project.messages.cell(2, 2), "x");
 }
 
 // Images of every length and shape: the "Q" record, images of another module size than the

@@ -16,7 +16,6 @@
 
 namespace quillon::testing {
 
-inline constexpr const char* kPortText = "COM1 9600,N,8,1";
 inline const std::string kP = "\xB6";  // pad and separator
 inline const std::string kEnd = "\xFD";
 // The identity of a module of device type 0: the wrong one.
@@ -36,7 +35,7 @@ class FakeLinkPort : public LinkPort {
     if (next.title.empty()) next.title = job.title;
     return next;
   }
-  [[nodiscard]] std::string portStatusText() const override { return kPortText; }
+  [[nodiscard]] std::string portStatusText() const override { return "COM1 9600,N,8,1"; }
 
   // An empty title stands for the job's own title: the transfer went well.
   void script(const std::string& title, std::string received = {}) {
@@ -51,13 +50,13 @@ class FakeLinkPort : public LinkPort {
   std::vector<TransferJob> jobs;
 };
 
+// Keeps the transfer panel's texts in order.
 class RecordingStatus : public StatusDisplay {
  public:
   void setStatus(StatusPanel panel, const std::string& text) override {
-    (panel == StatusPanel::Transfer ? transfer : port).push_back(text);
+    if (panel == StatusPanel::Transfer) transfer.push_back(text);
   }
   std::vector<std::string> transfer;
-  std::vector<std::string> port;
 };
 
 // One program run: texts of `language`, the module already confirmed ready and identified, so
