@@ -1,5 +1,5 @@
-// The terminal side of download, upload and logger without a module: the progress line, how the
-// questions are answered, and command lines that must stop before any port is touched.
+// The terminal side of download, upload and logger without a module: the progress line and how
+// the questions are answered.
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,6 @@
 #include "cli/cli.h"
 #include "cli/console_dialog.h"
 #include "cli/progress_lines.h"
-#include "row_name.h"
 
 namespace quillon {
 namespace {
@@ -65,144 +64,56 @@ TEST(ProgressLines, OneLinePerKindRedrawnInPlace) {
   EXPECT_EQ(quiet.str(), "");
 }
 
-struct QuestionCase {
-  const char* name;
-  Box box;
-  DialogAnswers answers;
-  bool interactive;
-  const char* input;
-  BoxAnswer answer;
-  const char* err;
-};
-
-const Box kReadyBox{"Kestrix", "Telvane ready ?", BoxIcon::Question, BoxButtons::OkCancel,
-                    BoxAnswer::Ok};
-const Box kFragmentsBox{"Option Alarmmodul",
-                        "An error occurred while reading. Should be still processed the data "
-                        "fragments?",
-                        BoxIcon::Critical, BoxButtons::YesNo, BoxAnswer::No};
-const Box kReplaceBox{"Kestrix", "Bestehende Datei ersetzen - log.txt?", BoxIcon::Question,
-                      BoxButtons::YesNoCancel, BoxAnswer::Yes};
-
-class ConsoleDialogTest : public ::testing::TestWithParam<QuestionCase> {};
-
-TEST_P(ConsoleDialogTest, Answers) {
-  const QuestionCase& c = GetParam();
-  std::istringstream in(c.input);
-  std::ostringstream out;
-  std::ostringstream err;
-  Console console{in, out, err, c.interactive, false};
-  ProgressLines progress(err, false);
-  ConsoleDialog dialog(console, progress, c.answers);
-  EXPECT_EQ(dialog.ask(c.box), c.answer);
-  EXPECT_EQ(err.str(), c.err);
-  EXPECT_EQ(out.str(), "");
+// How each question is answered, with and without a terminal to ask on.
+TEST(ConsoleDialog, Answers) {
+  const Box ready{"Kestrix", "Telvane ready ?", BoxIcon::Question, BoxButtons::OkCancel,
+                  BoxAnswer::Ok};
+  const std::string fragmentsText =
+      "An error occurred while reading. Should be still processed the data fragments?";
+  const Box fragments{"Option Alarmmodul", fragmentsText, BoxIcon::Critical, BoxButtons::YesNo,
+                      BoxAnswer::No};
+  const Box replace{"Kestrix", "Bestehende Datei ersetzen - log.txt?", BoxIcon::Question,
+                    BoxButtons::YesNoCancel, BoxAnswer::Yes};
+  const Box other{"Terminal", "Telefonnummer enth\xE4lt\nZeichen", BoxIcon::Exclamation};
+  struct Row {
+    const char* name;
+    Box box;
+    bool yes;        // --yes
+    bool fragments;  // --fragments
+    bool interactive;
+    const char* input;
+    BoxAnswer answer;
+    std::string err;
+  };
+  const Row rows[] = {
+      {"readyDeclinedWithoutTerminal", ready, false, false, false, "", BoxAnswer::Cancel,
+       "Telvane ready ? - declined: no terminal to ask (use --yes)\n"},
+      {"readyAskedOnTheTerminal", ready, false, false, true, "\n", BoxAnswer::Ok,
+       "Telvane ready ? [OK/cancel] "},
+      {"fragmentsDeclinedByDefault", fragments, true, false, true, "y\n", BoxAnswer::No,
+       fragmentsText + " - no (--fragments processes them)\n"},
+      {"fragmentsWanted", fragments, false, true, false, "", BoxAnswer::Yes,
+       fragmentsText + " - yes (--fragments)\n"},
+      {"replaceDeclinedWithoutTerminal", replace, true, true, false, "", BoxAnswer::No,
+       "Bestehende Datei ersetzen - log.txt? - no: no terminal to ask\n"},
+      {"replaceAnsweredYes", replace, false, false, true, "ja\n", BoxAnswer::Yes,
+       "Bestehende Datei ersetzen - log.txt? [yes/No] "},
+      {"otherBoxOnOneLineInUtf8", other, false, false, true, "", BoxAnswer::Ok,
+       "Telefonnummer enth\xC3\xA4lt Zeichen\n"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    std::istringstream in(row.input);
+    std::ostringstream out;
+    std::ostringstream err;
+    Console console{in, out, err, row.interactive, false};
+    ProgressLines progress(err, false);
+    ConsoleDialog dialog(console, progress, DialogAnswers{row.yes, row.fragments});
+    EXPECT_EQ(dialog.ask(row.box), row.answer);
+    EXPECT_EQ(err.str(), row.err);
+    EXPECT_EQ(out.str(), "");
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Questions, ConsoleDialogTest,
-    ::testing::Values(
-        QuestionCase{"readyDeclinedWithoutTerminal",
-                     kReadyBox,
-                     {},
-                     false,
-                     "",
-                     BoxAnswer::Cancel,
-                     "Telvane ready ? - declined: no terminal to ask (use --yes)\n"},
-        QuestionCase{"readyAskedOnTheTerminal",
-                     kReadyBox,
-                     {},
-                     true,
-                     "\n",
-                     BoxAnswer::Ok,
-                     "Telvane ready ? [OK/cancel] "},
-        QuestionCase{"fragmentsDeclinedByDefault",
-                     kFragmentsBox,
-                     {true, false},
-                     true,
-                     "y\n",
-                     BoxAnswer::No,
-                     "An error occurred while reading. Should be still processed the data "
-                     "fragments? - no (--fragments processes them)\n"},
-        QuestionCase{"fragmentsWanted",
-                     kFragmentsBox,
-                     {false, true},
-                     false,
-                     "",
-                     BoxAnswer::Yes,
-                     "An error occurred while reading. Should be still processed the data "
-                     "fragments? - yes (--fragments)\n"},
-        QuestionCase{"replaceDeclinedWithoutTerminal",
-                     kReplaceBox,
-                     {true, true},
-                     false,
-                     "",
-                     BoxAnswer::No,
-                     "Bestehende Datei ersetzen - log.txt? - no: no terminal to ask\n"},
-        QuestionCase{"replaceAnsweredYes",
-                     kReplaceBox,
-                     {},
-                     true,
-                     "ja\n",
-                     BoxAnswer::Yes,
-                     "Bestehende Datei ersetzen - log.txt? [yes/No] "},
-        QuestionCase{"otherBoxOnOneLineInUtf8",
-                     Box{"Terminal", "Telefonnummer enth\xE4lt\nZeichen", BoxIcon::Exclamation,
-                         BoxButtons::Ok, BoxAnswer::Ok},
-                     {},
-                     true,
-                     "",
-                     BoxAnswer::Ok,
-                     "Telefonnummer enth\xC3\xA4lt Zeichen\n"}),
-    testing::RowName{});
-
-struct StopCase {
-  const char* name;
-  std::vector<std::string> arguments;
-  int exitCode;
-  const char* firstLine;
-};
-
-class CommandLineStopTest : public ::testing::TestWithParam<StopCase> {};
-
-TEST_P(CommandLineStopTest, StopsBeforeThePort) {
-  const StopCase& c = GetParam();
-  std::ostringstream out;
-  std::ostringstream err;
-  EXPECT_EQ(cli::RunCli(c.arguments, out, err), c.exitCode);
-  EXPECT_EQ(err.str().substr(0, err.str().find('\n')), c.firstLine);
-  EXPECT_EQ(out.str(), "");
-}
-
-// No port named here exists: a command that got as far as the port would say so instead.
-INSTANTIATE_TEST_SUITE_P(
-    CommandLines, CommandLineStopTest,
-    ::testing::Values(StopCase{"downloadWithoutPort",
-                               {"download", "a.EAY"},
-                               64,
-                               "quillon-cli: download needs --port DEV"},
-                      StopCase{"downloadUnknownKind",
-                               {"download", "--port=/x", "--kind", "Q", "a.EAY"},
-                               64,
-                               "quillon-cli: unknown kind 'Q': use M, T, P, Y or all"},
-                      StopCase{"downloadMissingFile",
-                               {"download", "--port", "/x", "/nonexistent/a.EAY"},
-                               9,
-                               "File not found"},
-                      StopCase{"uploadWithoutOutput",
-                               {"upload", "--port", "/x"},
-                               64,
-                               "quillon-cli: upload needs -o OUT.EAY"},
-                      StopCase{
-                          "uploadMissingBase",
-                          {"upload", "--port", "/x", "--into", "/nonexistent/b.EAY", "-o", "c.EAY"},
-                          9,
-                          "File not found"},
-                      StopCase{"loggerUnknownOption",
-                               {"logger", "--port", "/x", "--append"},
-                               64,
-                               "quillon-cli: unknown option '--append'"}),
-    testing::RowName{});
 
 }  // namespace
 }  // namespace quillon

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <random>
@@ -9,163 +8,99 @@
 #include "project/flag_assignment.h"
 #include "project/number_text.h"
 #include "project/project_file.h"
-#include "row_name.h"
 #include "scripted_dialog.h"
+#include "texts_in.h"
 
 namespace quillon {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::ScriptedDialog;
-
 using testing::readBytes;
+using testing::ScriptedDialog;
+using testing::textsIn;
 using testing::writeBytes;
-
-UiTexts english() {
-  UiTexts texts;
-  texts.fill(kEnglish);
-  return texts;
-}
 
 // A fresh directory per test, removed afterwards.
 class ProjectFileIoTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-    m_dir = fs::temp_directory_path() /
-            ("quillon-" + std::string(info->name()) + "-" + std::to_string(std::random_device{}()));
-    fs::create_directories(m_dir);
-  }
+  void SetUp() override { fs::create_directories(m_dir); }
   void TearDown() override { fs::remove_all(m_dir); }
 
-  [[nodiscard]] std::vector<std::string> filesInDir() const {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(m_dir)) {
-      names.push_back(entry.path().filename().string());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
+  [[nodiscard]] auto fileCount() const {
+    return std::distance(fs::directory_iterator(m_dir), fs::directory_iterator());
   }
 
-  fs::path m_dir;
+  const fs::path m_dir =
+      fs::temp_directory_path() /
+      ("quillon-" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) +
+       "-" + std::to_string(std::random_device{}()));
 };
 
-TEST_F(ProjectFileIoTest, EveryRecordKindRoundTripsByteForByte) {
-  const fs::path source = fs::path(QUILLON_TEST_DATA_DIR) / "every_record.EAY";
-  Project project({.lastMessageIndex = 2, .phoneLimit = 3});
-  ScriptedDialog dialog;
-  ASSERT_EQ(ProjectFileLoad(source, project, english(), dialog), LoadResult{});
-  EXPECT_TRUE(dialog.boxes.empty());
-
-  EXPECT_EQ(project.messages.cell(1, 4), "Pumpe 1 St\xF6rung");
-  EXPECT_EQ(project.messages.cell(3, 3), "x");
-  EXPECT_EQ(project.ack, (AckRequest{"*T#", "Vielen Dank ??? xxx angekommen"}));
-  EXPECT_EQ(project.filters.cell(2, 2), "Zustand abfragen");
-  EXPECT_EQ(project.smsCentre, "+491710760000");
-  EXPECT_EQ(project.phones.cell(3, 1), "0171555");
-  EXPECT_EQ(project.pin, "1234");
-  EXPECT_EQ(project.station,
-            "Pumpwerk S\xFC"
-            "d");
-  EXPECT_EQ(project.flags.entries[8], "-2;-1");
-  EXPECT_TRUE(project.flags.used[2]);
-
-  const fs::path target = m_dir / "copy.EAY";
-  ASSERT_TRUE(ProjectFileSave(target, project, dialog, {3, 6, 7}).ok);
-  EXPECT_EQ(readBytes(target), readBytes(source));
-  EXPECT_EQ(filesInDir(), std::vector<std::string>{"copy.EAY"});
+TEST_F(ProjectFileIoTest, FilesUsingEveryRecordKindRoundTripByteForByte) {
+  struct Case {
+    fs::path source;
+    ModuleLimits limits;
+    ProgramVersion version;
+  };
+  const Case cases[] = {
+      {fs::path(QUILLON_TEST_DATA_DIR) / "every_record.EAY",
+       {.lastMessageIndex = 2, .phoneLimit = 3},
+       {3, 6, 7}},
+      {fs::path(QUILLON_EXAMPLES_DIR) / "Pumpstation.EAY", {}, {1, 0, 0}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.source);
+    Project project(c.limits);
+    ScriptedDialog dialog;
+    ASSERT_EQ(ProjectFileLoad(c.source, project, textsIn(kEnglish), dialog), LoadResult{});
+    const fs::path target = m_dir / c.source.filename();
+    writeBytes(target, std::string(100000, 'x'));  // longer old content is replaced as a whole
+    ASSERT_TRUE(ProjectFileSave(target, project, dialog, c.version).ok);
+    EXPECT_EQ(readBytes(target), readBytes(c.source));
+    EXPECT_TRUE(dialog.boxes.empty());
+  }
+  EXPECT_EQ(fileCount(), 2);
 }
 
-TEST_F(ProjectFileIoTest, ExampleProjectRoundTripsByteForByte) {
-  const fs::path source = fs::path(QUILLON_EXAMPLES_DIR) / "Pumpstation.EAY";
-  Project project;
-  ScriptedDialog dialog;
-  ASSERT_EQ(ProjectFileLoad(source, project, english(), dialog), LoadResult{});
-  EXPECT_TRUE(dialog.boxes.empty());
-  EXPECT_EQ(ProjectFileBytes(project, dialog, {1, 0, 0}), readBytes(source));
-}
-
-TEST_F(ProjectFileIoTest, MissingFileLeavesProjectUntouched) {
+TEST_F(ProjectFileIoTest, MissingOrUnreadableFileLeavesProjectUntouched) {
   Project project;
   project.messages.setCell(1, 4, "bleibt");
   project.changed = true;
   const Project before = project;
   ScriptedDialog dialog;
   bool asked = false;
-  const LoadResult result =
-      ProjectFileLoad(m_dir / "fehlt.EAY", project, english(), dialog, [&asked] { asked = true; });
-  EXPECT_EQ(result.status, LoadStatus::FileNotFound);
-  EXPECT_EQ(static_cast<int>(result.status), 9);
+  const LoadResult missing = ProjectFileLoad(m_dir / "fehlt.EAY", project, textsIn(kEnglish),
+                                             dialog, [&asked] { asked = true; });
+  EXPECT_EQ(static_cast<int>(missing.status), 9);
+  const LoadResult unreadable = ProjectFileLoad(m_dir, project, textsIn(kGerman), dialog);
+  EXPECT_EQ(unreadable, (LoadResult{LoadStatus::ReadError, "Is a directory"}));
+  (void)ProjectFileLoad(m_dir / "fehlt.EAY", project, textsIn(kGerman), dialog);
   EXPECT_EQ(project, before);
   EXPECT_FALSE(asked);
-  ASSERT_EQ(dialog.boxes.size(), 1U);
-  EXPECT_EQ(dialog.boxes[0],
-            (Box{"Kestrix", "File not found", BoxIcon::None, BoxButtons::Ok, BoxAnswer::Ok}));
+  EXPECT_EQ(
+      dialog.boxes,
+      (std::vector<Box>{
+          {"Kestrix", "File not found", BoxIcon::None, BoxButtons::Ok, BoxAnswer::Ok},
+          {"Kestrix", "Is a directory", BoxIcon::Exclamation, BoxButtons::Ok, BoxAnswer::Ok},
+          {"Kestrix", "Datei nicht gefunden", BoxIcon::None, BoxButtons::Ok, BoxAnswer::Ok}}));
 }
 
-TEST_F(ProjectFileIoTest, MissingFileInGerman) {
-  Project project;
-  UiTexts texts;
-  texts.fill(kGerman);
-  ScriptedDialog dialog;
-  EXPECT_EQ(ProjectFileLoad(m_dir / "fehlt.EAY", project, texts, dialog).status,
-            LoadStatus::FileNotFound);
-  EXPECT_EQ(dialog.texts(), std::vector<std::string>{"Datei nicht gefunden"});
-}
-
-struct PromptCase {
-  const char* name;
-  bool changed;
-  bool asked;
-};
-
-class SavePromptBeforeLoadTest : public ProjectFileIoTest,
-                                 public ::testing::WithParamInterface<PromptCase> {};
-
-TEST_P(SavePromptBeforeLoadTest, AskedOnlyForChangedProject) {
+TEST_F(ProjectFileIoTest, SavePromptOnlyForChangedProjectAndBeforeClearing) {
   const fs::path path = m_dir / "a.EAY";
   writeBytes(path, "M@neu;\r\n");
-  Project project;
-  project.changed = GetParam().changed;
-  ScriptedDialog dialog;
-  bool asked = false;
-  // The prompt runs before the project is cleared, so it still sees the old data.
-  std::string seen;
-  ASSERT_EQ(ProjectFileLoad(path, project, english(), dialog,
-                            [&] {
-                              asked = true;
-                              seen = project.messages.cell(1, 4);
-                            }),
-            LoadResult{});
-  EXPECT_EQ(asked, GetParam().asked);
-  EXPECT_EQ(seen, "");
-  EXPECT_EQ(project.messages.cell(1, 4), "neu");
-  EXPECT_FALSE(project.changed);
-}
-
-INSTANTIATE_TEST_SUITE_P(Changed, SavePromptBeforeLoadTest,
-                         ::testing::Values(PromptCase{"changedAsks", true, true},
-                                           PromptCase{"unchangedDoesNotAsk", false, false}),
-                         testing::RowName{});
-
-TEST_F(ProjectFileIoTest, UnreadableFileLeavesProjectUntouched) {
-  Project project;
-  project.station = "bleibt";
-  const Project before = project;
-  ScriptedDialog dialog;
-  const LoadResult result = ProjectFileLoad(m_dir, project, english(), dialog);
-  EXPECT_EQ(result.status, LoadStatus::ReadError);
-  EXPECT_EQ(result.error, "Is a directory");
-  EXPECT_EQ(project, before);
-  EXPECT_EQ(dialog.texts(), std::vector<std::string>{"Is a directory"});
-}
-
-TEST_F(ProjectFileIoTest, SaveIntoMissingDirectoryFailsWithSystemText) {
-  Project project;
-  ScriptedDialog dialog;
-  const WriteResult result = ProjectFileSave(m_dir / "nicht" / "da.EAY", project, dialog);
-  EXPECT_EQ(result, (WriteResult{false, "No such file or directory"}));
-  EXPECT_TRUE(filesInDir().empty());
+  for (const bool changed : {true, false}) {
+    Project project;
+    project.messages.setCell(1, 4, "alt");
+    project.changed = changed;
+    ScriptedDialog dialog;
+    std::string seen = "not asked";
+    ASSERT_EQ(ProjectFileLoad(path, project, textsIn(kEnglish), dialog,
+                              [&] { seen = project.messages.cell(1, 4); }),
+              LoadResult{});
+    EXPECT_EQ(seen, changed ? "alt" : "not asked");
+    EXPECT_EQ(project.messages.cell(1, 4), "neu");
+    EXPECT_FALSE(project.changed);
+  }
 }
 
 TEST_F(ProjectFileIoTest, FailedSaveKeepsTargetAndLeavesNoTemporary) {
@@ -175,31 +110,25 @@ TEST_F(ProjectFileIoTest, FailedSaveKeepsTargetAndLeavesNoTemporary) {
   writeBytes(target / "inside", "kept");
   Project project;
   ScriptedDialog dialog;
-  const WriteResult result = ProjectFileSave(target, project, dialog);
-  EXPECT_FALSE(result.ok);
-  EXPECT_FALSE(result.error.empty());
-  EXPECT_EQ(filesInDir(), std::vector<std::string>{"Anlage.EAY"});
+  EXPECT_FALSE(ProjectFileSave(target, project, dialog).ok);
+  EXPECT_EQ(fileCount(), 1);  // the directory in the way, and no temporary
   EXPECT_EQ(readBytes(target / "inside"), "kept");
+  EXPECT_EQ(ProjectFileSave(m_dir / "nicht" / "da.EAY", project, dialog),
+            (WriteResult{false, "No such file or directory"}));
 }
 
-TEST_F(ProjectFileIoTest, SaveReplacesOldContentCompletely) {
-  const fs::path target = m_dir / "Anlage.EAY";
-  writeBytes(target, std::string(100000, 'x'));
-  Project project({.lastMessageIndex = 0, .phoneLimit = 0});
-  ScriptedDialog dialog;
-  ASSERT_TRUE(ProjectFileSave(target, project, dialog, {2, 0, 1}).ok);
-  const std::string pads(20, '\xB6');
-  EXPECT_EQ(readBytes(target),
-            "M@;\r\nMQ;\r\nF01;\r\nF02;\r\nF03;\r\nF04;\r\nF05;\r\nF06;\r\nF07;\r\nF08;\r\n"
-            "F09;\r\nF10;\r\nT" +
-                pads + ";SMSC\r\nP" + pads + "\r\nL1;;0000;\r\nV2.0.1\r\n");
-  EXPECT_EQ(filesInDir(), std::vector<std::string>{"Anlage.EAY"});
-}
-
-// Invariants that any load must leave, whatever the bytes were.
-void expectConsistent(const Project& project) {
+// Loads `bytes` through a real file within a second and checks what any load must leave.
+Project loadFast(const fs::path& path, const std::string& bytes, ScriptedDialog& dialog) {
+  writeBytes(path, bytes);
+  Project project;
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(ProjectFileLoad(path, project, textsIn(kEnglish), dialog).status, LoadStatus::Ok);
+  const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(
+      std::chrono::steady_clock::now() - start);
+  EXPECT_LT(elapsed.count(), 1000);
+  ::testing::Test::RecordProperty("load_ms_" + path.stem().string(),
+                                  static_cast<int>(elapsed.count()));
   EXPECT_EQ(project.messages.rows(), 100);
-  EXPECT_EQ(project.messages.columns(), 5);
   EXPECT_EQ(project.filters.rows(), 10);
   EXPECT_EQ(project.phones.rows(), 60);
   EXPECT_TRUE(project.pin == "____" ||
@@ -211,45 +140,23 @@ void expectConsistent(const Project& project) {
               NumericValue(project.flags.entries[static_cast<std::size_t>(flag)]) > 0);
   }
   EXPECT_FALSE(project.changed);
+  return project;
 }
 
-TEST_F(ProjectFileIoTest, TenMegabytesOfRandomBytesLoadFast) {
+TEST_F(ProjectFileIoTest, HugeFilesLoadFast) {
   std::mt19937 random(20240611);
   std::string bytes(10U << 20, '\0');
   for (char& c : bytes) c = static_cast<char>(random() & 0xFF);
-  const fs::path path = m_dir / "random.EAY";
-  writeBytes(path, bytes);
-
-  Project project;
   ScriptedDialog dialog;
-  const auto start = std::chrono::steady_clock::now();
-  EXPECT_EQ(ProjectFileLoad(path, project, english(), dialog).status, LoadStatus::Ok);
-  const auto elapsed = std::chrono::steady_clock::now() - start;
-  EXPECT_LT(elapsed, std::chrono::milliseconds(1000));
-  ::testing::Test::RecordProperty(
-      "load_ms",
-      static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(elapsed).count()));
-  expectConsistent(project);
-}
+  (void)loadFast(m_dir / "random.EAY", bytes, dialog);
 
-TEST_F(ProjectFileIoTest, MegabyteLinesLoadFast) {
   const std::string line(1U << 20, 'q');  // not a hexadecimal digit
-  const std::string bytes = "M@" + line + ";" + line + "\r\nF01" + line + "\r\nT" + line + "\r\nT" +
-                            line + ";" + line + "\r\nL1;;" + line + "\r\nE 3;" + line + "\r\nE" +
-                            std::string(1U << 20, '9') + ";1;1\r\n";
-  const fs::path path = m_dir / "long.EAY";
-  writeBytes(path, bytes);
-
-  Project project;
-  ScriptedDialog dialog;
-  const auto start = std::chrono::steady_clock::now();
-  EXPECT_EQ(ProjectFileLoad(path, project, english(), dialog).status, LoadStatus::Ok);
-  const auto elapsed = std::chrono::steady_clock::now() - start;
-  EXPECT_LT(elapsed, std::chrono::milliseconds(1000));
-  ::testing::Test::RecordProperty(
-      "load_ms",
-      static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(elapsed).count()));
-  expectConsistent(project);
+  dialog.boxes.clear();
+  const Project project = loadFast(
+      m_dir / "long.EAY",
+      "M@" + line + ";" + line + "\r\nF01" + line + "\r\nT" + line + "\r\nT" + line + ";" + line +
+          "\r\nL1;;" + line + "\r\nE 3;" + line + "\r\nE" + std::string(1U << 20, '9') + ";1;1\r\n",
+      dialog);
   EXPECT_EQ(project.messages.cell(1, 4).size(), line.size());
   EXPECT_EQ(project.phones.cell(1, 2).size(), line.size());
   EXPECT_EQ(project.pin, "0000");

@@ -11,18 +11,15 @@
 namespace quillon::testing {
 namespace {
 
-const std::string kP = "\xB6";  // pad and separator
-const std::string kEnd = "\xFD";
+const std::string kTooMuchText = "Zuviel Text!\rBitte begrenzen Sie Ihre Texte !";
 
 TEST(MessagesImage, UmlautsAndEveryOptionCombination) {
   Bench bench;
   Table& m = bench.project.messages;
   m.setCell(1, 1, "x");
-  m.setCell(1, 4,
-            "Gr\xFC\xDF"
-            "e");  // Grüße
+  m.setCell(1, 4, "Gr\xFC\xDF\x65");  // Grüße
   m.setCell(2, 2, "x");
-  m.setCell(2, 4, "\xD6lstand");  // Ölstand
+  m.setCell(2, 4, "\xD6lstand");
   m.setCell(3, 1, "x");
   m.setCell(3, 2, "x");
   m.setCell(3, 3, "x");
@@ -38,49 +35,23 @@ TEST(MessagesImage, UmlautsAndEveryOptionCombination) {
   bench.project.filters.setCell(1, 2, "filter comment");
   bench.project.filters.setCell(3, 1, "Ein");
 
-  ImageEnv env = bench.env();
-  const MessagesImage built = DoMeldSend(bench.project, env);
+  const MessagesImage built = DoMeldSend(bench.project, bench.env);
 
-  const std::string expected = "A;" + kP +  //
-                               "AGr~\x1E"
-                               "e" +
-                               kP +                                   //
-                               "B\\lstand" + kP +                     //
-                               "CT~r offen" + kP +                    //
-                               "@Alarm [^{|" + kP +                   //
-                               "@x" + kP +                            //
-                               "A" + kP +                             //
-                               "@a{b;c" + kP +                        //
-                               repeat("@" + kP, 93) +                 //
-                               "Q*T# Danke ??? xx" + kP +             //
-                               "T\xFCr auf" + kP + kP + "Ein" + kP +  //
-                               repeat(kP, 7) + kEnd;
   EXPECT_EQ(built.failed, 0);
-  EXPECT_EQ(built.image, expected);
-  ASSERT_EQ(bench.dialog.boxes.size(), 1U);
-  EXPECT_EQ(bench.dialog.boxes[0],
-            (Box{"Kestrix", "Meldungstext in Zeile  4nur 1 Zeichen!", BoxIcon::None}));
-  EXPECT_EQ(bench.status.panel(StatusPanel::Transfer),
-            std::vector<std::string>{"Meldungen werden zusammengefasst"});
+  EXPECT_EQ(built.image, "A;" + kP + "AGr~\x1E\x65" + kP + "B\\lstand" + kP + "CT~r offen" + kP +
+                             "@Alarm [^{|" + kP + "@x" + kP + "A" + kP + "@a{b;c" + kP +
+                             repeat("@" + kP, 93) + "Q*T# Danke ??? xx" + kP + "T\xFCr auf" + kP +
+                             kP + "Ein" + kP + repeat(kP, 7) + kEnd);
+  EXPECT_EQ(
+      bench.dialog.boxes,
+      (std::vector<Box>{{"Kestrix", "Meldungstext in Zeile  4nur 1 Zeichen!", BoxIcon::None}}));
+  EXPECT_EQ(bench.status.transfer, std::vector<std::string>{"Meldungen werden zusammengefasst"});
 }
 
-TEST(MessagesImage, EmptyProjectAndEmptyAcknowledgementRequest) {
+TEST(MessagesImage, EmptyAcknowledgementRequestKeepsItsBlank) {
   Bench bench;
-  ImageEnv env = bench.env();
-  const MessagesImage built = DoMeldSend(bench.project, env);
-  EXPECT_EQ(built.image, "A;" + kP + repeat("@" + kP, 100) + "Q " + kP + repeat(kP, 10) + kEnd);
-  EXPECT_EQ(built.image.size(), 3U + 200U + 3U + 10U + 1U);
-  EXPECT_TRUE(bench.dialog.boxes.empty());
-}
-
-TEST(MessagesImage, OneCharacterWarningInEnglishCountsFromZero) {
-  Bench bench(kEnglish);
-  bench.project.messages.setCell(1, 4, "?");
-  ImageEnv env = bench.env();
-  (void)DoMeldSend(bench.project, env);
-  EXPECT_EQ(bench.dialog.texts(),
-            std::vector<std::string>{"Message text in line 0only 1 character"});
-  EXPECT_EQ(bench.status.last(StatusPanel::Transfer), "Packing messages");
+  EXPECT_EQ(DoMeldSend(bench.project, bench.env).image,
+            "A;" + kP + repeat("@" + kP, 100) + "Q " + kP + repeat(kP, 10) + kEnd);
 }
 
 TEST(TextMemory, BoundaryAndTheLoneEndMark) {
@@ -98,65 +69,41 @@ TEST(TextMemory, BoundaryAndTheLoneEndMark) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    ModuleLimits limits;
-    limits.textMemory = row.memory;
-    Bench bench(kGerman, limits);
-    ImageEnv env = bench.env();
-    EXPECT_EQ(CheckTextMemory(row.image, env), row.tooLong);
-    if (row.tooLong) {
-      ASSERT_EQ(bench.dialog.boxes.size(), 1U);
-      EXPECT_EQ(
-          bench.dialog.boxes[0],
-          (Box{"Kestrix", "Zuviel Text!\rBitte begrenzen Sie Ihre Texte !", BoxIcon::Critical}));
-    } else {
-      EXPECT_TRUE(bench.dialog.boxes.empty());
-    }
+    Bench bench(kGerman, ModuleLimits{.textMemory = row.memory});
+    EXPECT_EQ(CheckTextMemory(row.image, bench.env), row.tooLong);
+    EXPECT_EQ(bench.dialog.boxes,
+              onlyIf(row.tooLong, Box{"Kestrix", kTooMuchText, BoxIcon::Critical}));
   }
 }
 
-TEST(MessagesImage, TextMemoryHasThreeOutcomes) {
+// Empty tables of 100 rows: header 3 + 100 records of 2 + "Q", blank, 182 = 206 characters.
+TEST(MessagesImage, WhereTheTextMemoryIsChecked) {
   struct Row {
     const char* name;
     int lastMessageIndex;
     int memory;
     const char* firstMessage;
-    const char* firstFilter;
+    std::string firstFilter;
     int failed;
+    std::size_t size;  // 0: refused with the box
   };
-  // Empty tables of 100 rows: header 3 + 100 records of 2 + "Q", blank, 182 = 206 characters.
   const Row rows[] = {
-      {"refusedAmongMessages", 99, 10, "Hallo Welt", "", 1},
-      {"refusedAfterAckRecordOfBigModule", 399, 500, "", "", 1},
-      {"emptyImageAmongFilters", 99, 206, "", "F", 0},
+      {"refusedAmongMessages", 99, 10, "Hallo Welt", "", 1, 0},
+      {"refusedAfterAckRecordOfBigModule", 399, 500, "", "", 1, 0},
+      {"emptyImageAmongFilters", 99, 206, "", "F", 0, 0},
+      // 3 + 400 * 2 + 3 = 806 fits; the filters push it past 900 unchecked.
+      {"bigModuleUncheckedAmongFilters", 399, 900, "", std::string(150, 'f'), 0, 967},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    ModuleLimits limits;
-    limits.lastMessageIndex = row.lastMessageIndex;
-    limits.textMemory = row.memory;
-    Bench bench(kGerman, limits);
+    Bench bench(kGerman, {.textMemory = row.memory, .lastMessageIndex = row.lastMessageIndex});
     bench.project.messages.setCell(1, 4, row.firstMessage);
     bench.project.filters.setCell(1, 1, row.firstFilter);
-    ImageEnv env = bench.env();
-    const MessagesImage built = DoMeldSend(bench.project, env);
+    const MessagesImage built = DoMeldSend(bench.project, bench.env);
     EXPECT_EQ(built.failed, row.failed);
-    EXPECT_EQ(built.image, "");
-    EXPECT_EQ(bench.dialog.texts(),
-              std::vector<std::string>{"Zuviel Text!\rBitte begrenzen Sie Ihre Texte !"});
+    EXPECT_EQ(built.image.size(), row.size);
+    EXPECT_EQ(bench.dialog.texts(), onlyIf(row.size == 0, kTooMuchText));
   }
-}
-
-TEST(MessagesImage, BigModuleIsNotCheckedAmongMessagesOrFilters) {
-  ModuleLimits limits;
-  limits.lastMessageIndex = 399;
-  limits.textMemory = 900;  // 3 + 400 * 2 + 3 = 806 fits; the filters push it past 900
-  Bench bench(kGerman, limits);
-  bench.project.filters.setCell(1, 1, std::string(150, 'f'));
-  ImageEnv env = bench.env();
-  const MessagesImage built = DoMeldSend(bench.project, env);
-  EXPECT_EQ(built.failed, 0);
-  EXPECT_EQ(built.image.size(), 806U + 151U + 9U + 1U);
-  EXPECT_TRUE(bench.dialog.boxes.empty());
 }
 
 TEST(PhoneImage, NumbersAreCleanedFittedAndWrittenBack) {
@@ -171,18 +118,12 @@ TEST(PhoneImage, NumbersAreCleanedFittedAndWrittenBack) {
   t.setCell(5, 1, "1234567890123456789012");
   t.setCell(6, 1, "ab12");
 
-  ImageEnv env = bench.env();
-  const std::string image = DoTelSend(bench.project, env, 60);
+  const std::string image = DoTelSend(bench.project, bench.env, 60);
 
-  const std::string expected = "+491710760000" + repeat(kP, 8) +  //
-                               "0171123456" + repeat(kP, 11) +    //
-                               repeat(kP, 21) +                   //
-                               "+4917112345678901234" + kP +      //
-                               "123456789012345678901" +          //
-                               "123456789012345678901" +          //
-                               "b12" + repeat(kP, 18) +           //
-                               repeat(kP, 21 * 54) + repeat(kP, 20) + kEnd;
-  EXPECT_EQ(image, expected);
+  EXPECT_EQ(image, "+491710760000" + repeat(kP, 8) + "0171123456" + repeat(kP, 11) +
+                       repeat(kP, 21) + "+4917112345678901234" + kP + "123456789012345678901" +
+                       "123456789012345678901" + "b12" + repeat(kP, 18) + repeat(kP, 21 * 54) +
+                       repeat(kP, 20) + kEnd);
   EXPECT_EQ(image.size(), 1302U);
   EXPECT_EQ(bench.project.smsCentre, "+491710760000");
   EXPECT_EQ(t.cell(1, 1), "0171123456");
@@ -193,80 +134,39 @@ TEST(PhoneImage, NumbersAreCleanedFittedAndWrittenBack) {
   EXPECT_EQ(bench.project.phoneSuffix, repeat(kP, 20));
   // The number check warns about the SMS centre, row 1 and row 6; this image adds nothing.
   EXPECT_EQ(bench.dialog.boxes.size(), 3U);
-  EXPECT_EQ(bench.status.panel(StatusPanel::Transfer),
+  EXPECT_EQ(bench.status.transfer,
             (std::vector<std::string>{"Telefonnummern werden zusammengefasst", "fertig ..."}));
 }
 
 TEST(PhoneImage, WarningsNeverStopTheBuild) {
+  const Box wrongCount{"Download Telefonnummern", "Falsche Anzahl von Telefonnummern",
+                       BoxIcon::Exclamation};
+  const Box checkCentre{"Kestrix",
+                        "Bitte \xFC"
+                        "berpr\xFC"
+                        "fen: Telefonnummer des SMSC",
+                        BoxIcon::Exclamation};
   struct Row {
     const char* name;
-    int language;
-    int reported;
+    int reported;  // 0: the module did not say
     const char* centre;
-    std::vector<Box> boxes;
+    bool wrongCountShown;
+    bool checkCentreShown;
   };
   const Row rows[] = {
-      {"tooManyReported",
-       kGerman,
-       62,
-       "+49171",
-       {Box{"Download Telefonnummern", "Falsche Anzahl von Telefonnummern", BoxIcon::Exclamation}}},
-      {"shortCentre",
-       kGerman,
-       60,
-       "123",
-       {Box{"Kestrix",
-            "Bitte \xFC"
-            "berpr\xFC"
-            "fen: Telefonnummer des SMSC",
-            BoxIcon::Exclamation}}},
-      {"emptyCentreInEnglish",
-       kEnglish,
-       0,
-       "",
-       {Box{"Kestrix", "Please check: SMSC phone N\xB0", BoxIcon::Exclamation}}},
-      {"bothInEnglish",
-       kEnglish,
-       61,
-       "12",
-       {Box{"Download phone numbers", "Wrong number of Phone N\xB0s", BoxIcon::Exclamation},
-        Box{"Kestrix", "Please check: SMSC phone N\xB0", BoxIcon::Exclamation}}},
+      {"tooManyReported", 62, "+49171", true, false},
+      {"shortCentre", 60, "123", false, true},
+      {"emptyCentre", 0, "", false, true},
+      {"both", 61, "12", true, true},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    Bench bench(row.language);
+    Bench bench;
     bench.project.smsCentre = row.centre;
-    ImageEnv env = bench.env();
-    const std::string image = DoTelSend(bench.project, env, row.reported);
-    EXPECT_EQ(image.size(), 1302U);
-    EXPECT_EQ(bench.dialog.boxes, row.boxes);
-  }
-}
-
-TEST(PhoneImage, ClosingFieldVariableKeepsItsFilledValue) {
-  Bench bench;
-  bench.project.phoneSuffix = "0123456789012345678901234";
-  ImageEnv env = bench.env();
-  const std::string image = DoTelSend(bench.project, env, 60);
-  EXPECT_EQ(image.substr(21 * 61), "01234567890123456789" + kEnd);
-  EXPECT_EQ(bench.project.phoneSuffix, "01234567890123456789");
-}
-
-TEST(ConfigurationImage, PinTravelsAsEntered) {
-  EXPECT_EQ(configurationImage("1234"), "00" + kP + "1234" + kP + kEnd);
-  EXPECT_EQ(configurationImage("0042"), "00" + kP + "0042" + kP + kEnd);
-}
-
-TEST(ConfigurationImage, PinCheck) {
-  struct Row {
-    const char* pin;
-    bool refused;
-  };
-  const Row rows[] = {{"1234", false}, {"0000", false}, {"12__", true},
-                      {"____", true},  {"-123", true},  {"", false}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.pin);
-    EXPECT_EQ(pinRefused(row.pin), row.refused);
+    EXPECT_EQ(DoTelSend(bench.project, bench.env, row.reported).size(), 1302U);
+    std::vector<Box> expected = onlyIf(row.wrongCountShown, wrongCount);
+    if (row.checkCentreShown) expected.push_back(checkCentre);
+    EXPECT_EQ(bench.dialog.boxes, expected);
   }
 }
 
@@ -274,57 +174,54 @@ TEST(ControllerDataImage, RecordsAndReceptionField) {
   struct Row {
     const char* name;
     std::vector<std::pair<int, std::string>> entries;
-    std::string image;
+    std::string records;  // ten characters each: flag, message, phone, 00
+    std::string reception;
   };
   const Row rows[] = {
-      {"noFlags", {}, kP + "00" + kP + kEnd},
-      {"flagThreeMessageTwelvePhoneFive", {{3, "12;5"}}, "03000C0500" + kP + "00" + kP + kEnd},
+      {"noFlags", {}, "", "00"},
       {"ascendingWithReception",
        {{32, "400;60"}, {10, "07;3"}, {7, "-2;-1"}, {3, "12;5"}, {5, "-1;-1"}},
        "03000C0500"
        "0A00070300"
-       "2001903C00" +
-           kP + "07" + kP + kEnd},
-      {"lastReceptionWins", {{4, "-2;-1"}, {20, "-2;-1"}}, kP + "14" + kP + kEnd},
-      {"blanksAroundMessageNumber", {{1, " 9 ;2"}}, "0100090200" + kP + "00" + kP + kEnd},
-      {"otherNegativeSkipped", {{2, "-5;1"}}, kP + "00" + kP + kEnd},
-      {"fieldsCutToTheirWidth", {{1, "70000;300"}}, "0111702C00" + kP + "00" + kP + kEnd},
+       "2001903C00",
+       "07"},
+      {"lastReceptionWins", {{4, "-2;-1"}, {20, "-2;-1"}}, "", "14"},
+      {"blanksAroundMessageNumber", {{1, " 9 ;2"}}, "0100090200", "00"},
+      {"otherNegativeSkipped", {{2, "-5;1"}}, "", "00"},
+      {"fieldsCutToTheirWidth", {{1, "70000;300"}}, "0111702C00", "00"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     FlagTable flags;
     for (const auto& [index, entry] : row.entries)
       flags.entries[static_cast<std::size_t>(index)] = entry;
-    EXPECT_EQ(controllerDataImage(flags), row.image);
+    EXPECT_EQ(controllerDataImage(flags), row.records + kP + row.reception + kP + kEnd);
   }
 }
 
 TEST(Handover, SplitAndStartIdentifier) {
   struct Row {
-    const char* name;
     char kind;
     std::size_t length;
     std::string identifier;
-    std::size_t first;
-    std::size_t second;
+    std::size_t second;  // length of the second part
   };
   const Row rows[] = {
-      {"configuration", 'P', 9, "P0009", 9, 0},
-      {"fullFirstPart", 'M', 32000, "M7D00", 32000, 0},
-      {"secondPartFrom32001", 'M', 32001, "M7D01", 32000, 1},
-      {"fortyThousand", 'M', 40000, "M9C40", 32000, 8000},
-      {"largestLength", 'M', 65535, "MFFFF", 32000, 33535},
-      {"lengthCutToFourDigits", 'M', 65536, "M0000", 32000, 33536},
+      {'P', 9, "P0009", 0},
+      {'M', 32000, "M7D00", 0},
+      {'M', 32001, "M7D01", 1},
+      {'M', 40000, "M9C40", 8000},
+      {'M', 65535, "MFFFF", 33535},
+      {'M', 65536, "M0000", 33536},  // the length is cut to four hex digits
   };
   for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
+    SCOPED_TRACE(row.identifier);
     std::string image(row.length, 'x');
     image.back() = '\xFD';
     const TransferJob job = downloadJob(row.kind, "Messages", image);
     EXPECT_EQ(job.title, "Download active");
     EXPECT_EQ(job.contentLabel, "Messages");
     EXPECT_EQ(job.startIdentifier, row.identifier);
-    EXPECT_EQ(job.sendText.size(), row.first);
     EXPECT_EQ(job.sendText2.size(), row.second);
     EXPECT_EQ(job.sendText + job.sendText2, image);
   }

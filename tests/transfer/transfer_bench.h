@@ -3,6 +3,7 @@
 // port: every TransferJob is recorded, every transfer returns the next scripted outcome.
 
 #include <deque>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,7 +16,12 @@
 
 namespace quillon::testing {
 
-inline constexpr const char* kPortText = "COM1 9600,N,8,1";
+inline const std::string kP = "\xB6";  // pad and separator
+inline const std::string kEnd = "\xFD";
+// The identity of a module of device type 0: the wrong one.
+inline const std::string kWrongModule = "0064000000003E\xFD";
+inline const Box kWrongModuleBox{"Version", "Kestrix ist auf falsches Ger\xE4t eingestellt"};
+inline const Box kNoConnection{"Kestrix", "Keine Verbindung !", BoxIcon::Critical};
 
 class FakeLinkPort : public LinkPort {
  public:
@@ -29,12 +35,12 @@ class FakeLinkPort : public LinkPort {
     if (next.title.empty()) next.title = job.title;
     return next;
   }
-  [[nodiscard]] std::string portStatusText() const override { return kPortText; }
+  [[nodiscard]] std::string portStatusText() const override { return "COM1 9600,N,8,1"; }
 
-  // An outcome with an empty title keeps the job's title, i.e. the transfer went well.
-  void script(std::string title, std::string received = {}) {
+  // An empty title stands for the job's own title: the transfer went well.
+  void script(const std::string& title, std::string received = {}) {
     TransferOutcome outcome;
-    outcome.title = std::move(title);
+    outcome.title = title;
     outcome.received[0] = std::move(received);
     outcomes.push_back(std::move(outcome));
   }
@@ -44,23 +50,13 @@ class FakeLinkPort : public LinkPort {
   std::vector<TransferJob> jobs;
 };
 
+// Keeps the transfer panel's texts in order.
 class RecordingStatus : public StatusDisplay {
  public:
   void setStatus(StatusPanel panel, const std::string& text) override {
-    calls.emplace_back(panel, text);
+    if (panel == StatusPanel::Transfer) transfer.push_back(text);
   }
-  [[nodiscard]] std::vector<std::string> panel(StatusPanel which) const {
-    std::vector<std::string> out;
-    for (const auto& [p, text] : calls) {
-      if (p == which) out.push_back(text);
-    }
-    return out;
-  }
-  [[nodiscard]] std::string last(StatusPanel which) const {
-    const auto texts = panel(which);
-    return texts.empty() ? std::string{} : texts.back();
-  }
-  std::vector<std::pair<StatusPanel, std::string>> calls;
+  std::vector<std::string> transfer;
 };
 
 // One program run: texts of `language`, the module already confirmed ready and identified, so
@@ -72,19 +68,25 @@ struct Bench {
     session.readyConfirmed = true;
     session.identityRead = true;
     context.hooks.showIdentification = [this] {
-      identificationShown.push_back(status.last(StatusPanel::Transfer));
+      identificationShown.push_back(status.transfer.empty() ? "" : status.transfer.back());
     };
     context.hooks.saveProjectAs = [this] { saveAsAtJob.push_back(port.jobs.size()); };
-    context.hooks.processEvents = [this] { ++eventRuns; };
   }
 
-  ImageEnv env() { return context.imageEnv(); }
+  int run(void (*procedure)(TransferContext&, int&)) {
+    int result = 0;
+    procedure(context, result);
+    return result;
+  }
+  // The kind letter of each job: upper case for a download, lower case for a request.
   [[nodiscard]] std::string jobKinds() const {
     std::string kinds;
-    for (const auto& job : port.jobs) {
+    for (const auto& job : port.jobs)
       kinds += job.sending() ? job.startIdentifier.substr(0, 1) : std::string(1, job.requestLetter);
-    }
     return kinds;
+  }
+  [[nodiscard]] std::string lastStatus() const {
+    return status.transfer.empty() ? "" : status.transfer.back();
   }
 
   FakeLinkPort port;
@@ -97,9 +99,9 @@ struct Bench {
   int language;
   LinkContext link{port, dialog, status, limits, session, language};
   TransferContext context{link, texts, project, {}};
+  ImageEnv env = context.imageEnv();
   std::vector<std::string> identificationShown;  // panel 2 at the moment it was shown
   std::vector<std::size_t> saveAsAtJob;          // jobs already run when "Save as" ran
-  int eventRuns = 0;
 };
 
 inline std::string repeat(const std::string& piece, int times) {
@@ -108,4 +110,17 @@ inline std::string repeat(const std::string& piece, int times) {
   return out;
 }
 
+// The boxes (or box texts) a case expects: this one when `shown`, else none.
+template <typename T>
+std::vector<T> onlyIf(bool shown, T item) {
+  return shown ? std::vector<T>{std::move(item)} : std::vector<T>{};
+}
+
 }  // namespace quillon::testing
+
+namespace quillon {
+// A failed comparison of boxes shows what they say.
+inline void PrintTo(const Box& box, std::ostream* out) {
+  *out << "{" << box.title << " | " << box.text << " | " << static_cast<int>(box.icon) << "}";
+}
+}  // namespace quillon
