@@ -1,7 +1,6 @@
 // Editing the tables through the real views and the real entry boxes.
 
 #include <QLineEdit>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableView>
@@ -20,7 +19,6 @@ class EntryEditingTest : public QObject {
   void entryBoxWritesCell_data();
   void entryBoxWritesCell();
   void markColumnToggles();
-  void gaugeFollowsEdits();
 };
 
 namespace {
@@ -130,24 +128,6 @@ void EntryEditingTest::markColumnToggles() {
   }
   QVERIFY(!noBox.ran);
   QVERIFY(h.project().changed);
-}
-
-void EntryEditingTest::gaugeFollowsEdits() {
-  Harness h;
-  auto* gauge = h.find<QProgressBar>("sbrStatusGauge");
-  // Header 3, 100 empty message records of 2, the acknowledgement record 3, 10 empty filter
-  // records of 1, the end mark 1.
-  QCOMPARE(gauge->value(), 217);
-  QCOMPARE(gauge->maximum(), 22272);
-  QTableView* view = showPage(h, 0);
-  view->setCurrentIndex(view->model()->index(9, 3));
-  WhenShown answer(modal(), [](QDialog* dialog) {
-    typeText(dialog->findChild<QLineEdit*>(), "allo");
-    dialog->accept();
-  });
-  QTest::keyClick(view, 'H');
-  QVERIFY(answer.ran);
-  QCOMPARE(gauge->value(), 222);
 }
 
 QTEST_MAIN(EntryEditingTest)
