@@ -2,7 +2,6 @@
 // settings, the language switch, the toolbar, menu and page commands, and clearing a table.
 
 #include <QAction>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
