@@ -3,6 +3,8 @@
 // every box recorded), the file dialogs (paths queued), the device commands (calls recorded) and
 // a settings file of its own in a temporary directory.
 
+#include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QSettings>
@@ -13,7 +15,6 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "app/main_window.h"
 #include "support/scripted_dialog.h"
@@ -22,20 +23,20 @@ namespace quillon::app::testing {
 
 class ScriptedFiles : public FilePicker {
  public:
-  QString openFile(const QString& title, const QString& filter, const QString&) override {
-    return next(title, filter);
+  QString openFile(const QString& title, const QString&, const QString&) override {
+    return next(title);
   }
   QString saveFile(const QString& title, const QString& filter, const QString&) override {
-    return next(title, filter);
+    filters << filter;
+    return next(title);
   }
   std::deque<QString> paths;  // an empty entry, or none left, cancels the dialog
   QStringList titles;
   QStringList filters;
 
  private:
-  QString next(const QString& title, const QString& filter) {
+  QString next(const QString& title) {
     titles << title;
-    filters << filter;
     if (paths.empty()) return {};
     QString path = paths.front();
     paths.pop_front();
@@ -60,16 +61,18 @@ class RecordingDevices : public DeviceCommands {
   void smsCentreList() override { calls << "smsCentreList"; }
   void identifyDevice() override { calls << "identifyDevice"; }
   void readLogger() override { calls << "readLogger"; }
-  std::string portStatusText() const override { return "COM 3,9600, N ,8 ,1 not active"; }
+  void substitutionTable() override { calls << "substitutionTable"; }
+  std::string portStatusText() const override { return {}; }
   void closePort() override { calls << "closePort"; }
 
   QStringList calls;
 };
 
 struct Harness {
-  // `prepare` may fill the settings file before the window starts up. Without `recordDevices`
-  // the window uses its own stand-in device commands.
-  explicit Harness(const std::function<void(QSettings&)>& prepare = {}, bool recordDevices = true)
+  // `prepare` may fill the settings file before the window starts up; `devices`, given the
+  // harness, makes the device commands (recorded ones without it).
+  explicit Harness(const std::function<void(QSettings&)>& prepare = {},
+                   const std::function<DeviceCommandsFactory(Harness&)>& devices = {})
       : settings(dir.filePath("Kestrix.conf"), QSettings::IniFormat) {
     if (prepare) prepare(settings);
     settings.sync();
@@ -77,13 +80,11 @@ struct Harness {
     services.settings = &settings;
     services.dialog = &dialog;
     services.files = &files;
-    if (recordDevices) {
-      services.devices = [this](AppShell&) {
-        auto recorder = std::make_unique<RecordingDevices>();
-        devices = recorder.get();
-        return recorder;
-      };
-    }
+    services.devices = devices ? devices(*this) : [this](AppShell&) {
+      auto recorder = std::make_unique<RecordingDevices>();
+      recorded = recorder.get();
+      return std::unique_ptr<DeviceCommands>(std::move(recorder));
+    };
     services.startProgram = [this](const QString& program, const QStringList& arguments) {
       started << program + " " + arguments.join(' ');
       return false;
@@ -92,12 +93,25 @@ struct Harness {
   }
 
   [[nodiscard]] QString path(const QString& name) const { return dir.filePath(name); }
+  [[nodiscard]] quillon::Project& project() const { return window->state().project; }
+  template <typename T>
+  T* find(const QString& name) const {
+    return window->findChild<T*>(name);
+  }
+  // Clicks the button or triggers the action of that name.
+  void activate(const QString& name) const {
+    if (auto* button = find<QAbstractButton>(name)) {
+      button->click();
+    } else {
+      find<QAction>(name)->trigger();
+    }
+  }
 
   QTemporaryDir dir;
   QSettings settings;
   quillon::testing::ScriptedDialog dialog;
   ScriptedFiles files;
-  RecordingDevices* devices = nullptr;
+  RecordingDevices* recorded = nullptr;
   QStringList started;
   std::unique_ptr<Anfang> window;
 };
@@ -121,24 +135,36 @@ inline void typeText(QWidget* widget, const QString& text) {
   }
 }
 
-// Answers the modal dialog that the next call opens, from inside its event loop. Nothing is
-// left armed once the object goes out of scope.
-class ModalAnswer {
+// Finds the visible modal dialog named `name` (any name when empty).
+inline std::function<QDialog*()> modal(const QString& name = {}) {
+  return [name]() -> QDialog* {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    const bool match =
+        dialog && dialog->isVisible() && (name.isEmpty() || dialog->objectName() == name);
+    return match ? dialog : nullptr;
+  };
+}
+
+// Acts once, from inside the event loop of whatever runs next, on the dialog `find` returns as
+// soon as it returns one. Nothing is left armed once the object goes out of scope.
+class WhenShown {
  public:
-  explicit ModalAnswer(std::function<void(QDialog*)> answer) : m_answer(std::move(answer)) {
-    m_timer.setSingleShot(true);
+  WhenShown(std::function<QDialog*()> find, std::function<void(QDialog*)> act)
+      : m_find(std::move(find)), m_act(std::move(act)) {
     QObject::connect(&m_timer, &QTimer::timeout, [this] {
-      if (auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
-        ran = true;
-        m_answer(box);
-      }
+      QDialog* dialog = ran ? nullptr : m_find();
+      if (!dialog) return;
+      ran = true;
+      m_timer.stop();
+      m_act(dialog);
     });
-    m_timer.start(0);
+    m_timer.start(5);
   }
   bool ran = false;
 
  private:
-  std::function<void(QDialog*)> m_answer;
+  std::function<QDialog*()> m_find;
+  std::function<void(QDialog*)> m_act;
   QTimer m_timer;
 };
 

@@ -1,14 +1,12 @@
-// New / Open / Save as / recent files of the main window against real files.
+// New / Open / Save / Save as / recent files of the main window against real files.
 
-#include <QAction>
 #include <QFile>
+#include <QLineEdit>
 #include <QtTest>
 
 #include "app_harness.h"
 
 using quillon::BoxAnswer;
-using quillon::BoxButtons;
-using quillon::BoxIcon;
 using quillon::app::testing::Harness;
 
 class FileCommandsTest : public QObject {
@@ -19,16 +17,15 @@ class FileCommandsTest : public QObject {
   void saveAsReplaceQuestion();
   void openAsksToSaveFirst_data();
   void openAsksToSaveFirst();
+  void saveWritesTheFileAndNewKeepsItsName();
   void missingRecentFileIsRemoved();
-  void newKeepsPathAndClearsTables();
 };
 
 namespace {
 
 QByteArray readFile(const QString& path) {
   QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) return {};
-  return file.readAll();
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 void writeFile(const QString& path, const QByteArray& bytes) {
@@ -37,7 +34,14 @@ void writeFile(const QString& path, const QByteArray& bytes) {
   file.write(bytes);
 }
 
-// What the project below writes first: message 1 with both marks, then message 2 empty.
+// Message 1 with both marks, text and comment; a file of it starts with kSavedStart.
+void fillMessageOne(quillon::Project& project) {
+  project.messages.setCell(1, 1, "x");
+  project.messages.setCell(1, 2, "x");
+  project.messages.setCell(1, 4, "Hallo");
+  project.messages.setCell(1, 5, "Halle 1");
+  project.changed = true;
+}
 const QByteArray kSavedStart = "MCHallo;Halle 1\r\nM@;\r\n";
 
 }  // namespace
@@ -61,21 +65,16 @@ void FileCommandsTest::saveAsReplaceQuestion() {
   const QString old = h.path("old.EAY");
   const QString other = h.path("other.EAY");
   writeFile(old, "old content\r\n");
-  quillon::Project& project = h.window->state().project;
-  project.messages.setCell(1, 1, "x");
-  project.messages.setCell(1, 2, "x");
-  project.messages.setCell(1, 4, "Hallo");
-  project.messages.setCell(1, 5, "Halle 1");
-  project.changed = true;
+  fillMessageOne(h.project());
   h.files.paths = {old, other};
   h.dialog.answer(answer);
 
-  h.window->fileSaveAs();
+  h.activate("MenuFileSaveAs");
 
-  QCOMPARE(h.dialog.boxes.size(), std::size_t{1});
   const quillon::Box expected{"Kestrix", "Replace existing file? - " + old.toStdString() + "?",
-                              BoxIcon::Question, BoxButtons::YesNoCancel, BoxAnswer::Yes};
-  QCOMPARE(h.dialog.boxes[0], expected);
+                              quillon::BoxIcon::Question, quillon::BoxButtons::YesNoCancel,
+                              BoxAnswer::Yes};
+  QCOMPARE(h.dialog.boxes, std::vector<quillon::Box>{expected});
   QCOMPARE(h.files.titles.size(), dialogsShown);
   QCOMPARE(h.files.titles.front(), QString("Save message file"));
   QCOMPARE(h.files.filters.front(), QString("Message files (*.EAY)"));
@@ -83,9 +82,8 @@ void FileCommandsTest::saveAsReplaceQuestion() {
   QVERIFY(readFile(target).startsWith(kSavedStart));
   if (!savedOverOld) QCOMPARE(readFile(old), QByteArray("old content\r\n"));
   QCOMPARE(h.window->state().currentFile, target);
-  QCOMPARE(h.window->state().recentFiles, QStringList{target});
   QCOMPARE(h.settings.value("Settings/Recent1").toString(), target);
-  QVERIFY(!project.changed);
+  QVERIFY(!h.project().changed);
 }
 
 void FileCommandsTest::openAsksToSaveFirst_data() {
@@ -107,26 +105,48 @@ void FileCommandsTest::openAsksToSaveFirst() {
 
   Harness h;
   const QString file = h.path("A.EAY");
-  writeFile(file, "MAErste Meldung;Kommentar\r\nF01Filter;\r\nL1;;04D2;Station Nord\r\n");
-  quillon::Project& project = h.window->state().project;
+  writeFile(file, "MAErste Meldung;Kommentar\r\nL1;;04D2;Station Nord\r\n");
+  quillon::Project& project = h.project();
   project.messages.setCell(7, 4, "ungespeichert");
   project.changed = true;
   for (const QString& p : pickedPaths) h.files.paths.push_back(p == "A" ? file : p);
   h.dialog.answer(answer);
 
-  h.window->fileOpen();
+  h.activate("tbOpen");
 
   QCOMPARE(h.dialog.texts(), std::vector<std::string>{"Data changed. Save?"});
   QCOMPARE(h.files.titles, dialogTitles);
   QCOMPARE(project.messages.cell(1, 1), std::string("x"));
   QCOMPARE(project.messages.cell(1, 4), std::string("Erste Meldung"));
-  QCOMPARE(project.messages.cell(1, 5), std::string("Kommentar"));
   QCOMPARE(project.messages.cell(7, 4), std::string());
-  QCOMPARE(project.filters.cell(1, 1), std::string("Filter"));
   QCOMPARE(project.pin, std::string("1234"));
   QVERIFY(!project.changed);
-  QCOMPARE(h.window->state().currentFile, file);
   QCOMPARE(h.window->windowTitle(), "[" + file + "] Quillon ");
+}
+
+void FileCommandsTest::saveWritesTheFileAndNewKeepsItsName() {
+  Harness h;
+  const QString file = h.path("keep.EAY");
+  h.window->state().currentFile = file;
+  fillMessageOne(h.project());
+
+  h.activate("tbSave");
+  QVERIFY(readFile(file).startsWith(kSavedStart));
+  QVERIFY(!h.project().changed);
+
+  h.project().pin = "1234";
+  h.project().flags.entries[3] = "2;2";
+  h.project().changed = true;
+  h.dialog.answer(BoxAnswer::No);
+  h.activate("MenuFileNew");
+
+  QCOMPARE(h.dialog.texts(), std::vector<std::string>{"Data changed. Save?"});
+  QVERIFY(h.files.titles.isEmpty());
+  QVERIFY(readFile(file).startsWith(kSavedStart));
+  QCOMPARE(h.project().messages.cell(1, 4), std::string());
+  QCOMPARE(h.project().flags.entries[3], std::string("-1;-1"));
+  QCOMPARE(h.find<QLineEdit>("PinNummer")->displayText(), QString("____"));
+  QCOMPARE(h.window->state().currentFile, file);
 }
 
 void FileCommandsTest::missingRecentFileIsRemoved() {
@@ -138,41 +158,18 @@ void FileCommandsTest::missingRecentFileIsRemoved() {
     s.setValue("Settings/Recent1", missing);
     s.setValue("Settings/Recent2", present);
   });
-  auto* first = h.window->findChild<QAction*>("MenuFileIns8");
-  QVERIFY(first->isVisible());
+  auto* first = h.find<QAction>("MenuFileIns8");
 
   first->trigger();
 
   QCOMPARE(h.dialog.texts(), std::vector<std::string>{"File not found"});
-  QCOMPARE(h.window->state().recentFiles, QStringList{present});
   QCOMPARE(h.settings.value("Settings/Recent1").toString(), present);
   QVERIFY(!h.settings.contains("Settings/Recent2"));
-  QVERIFY(!h.window->findChild<QAction*>("MenuFileIns9")->isVisible());
-  QCOMPARE(h.window->state().currentFile, QString("NEW.EAY"));
+  QVERIFY(!h.find<QAction>("MenuFileIns9")->isVisible());
 
   first->trigger();
-  QCOMPARE(h.window->state().project.messages.cell(1, 4), std::string("Da"));
+  QCOMPARE(h.project().messages.cell(1, 4), std::string("Da"));
   QCOMPARE(h.window->state().currentFile, present);
-}
-
-void FileCommandsTest::newKeepsPathAndClearsTables() {
-  Harness h;
-  quillon::Project& project = h.window->state().project;
-  project.messages.setCell(1, 4, "weg");
-  project.pin = "1234";
-  project.flags.entries[3] = "2;2";
-  project.flags.used[3] = true;
-  h.window->state().currentFile = h.path("keep.EAY");
-
-  h.window->findChild<QAction*>("MenuFileNew")->trigger();
-
-  QVERIFY(h.dialog.boxes.empty());
-  QCOMPARE(project.messages.cell(1, 4), std::string());
-  QCOMPARE(project.pin, std::string("____"));
-  QCOMPARE(project.flags.entries[3], std::string("-1;-1"));
-  QVERIFY(!project.flags.used[3]);
-  QCOMPARE(h.window->state().currentFile, h.path("keep.EAY"));
-  QCOMPARE(h.window->findChild<QLineEdit*>("PinNummer")->displayText(), QString("____"));
 }
 
 QTEST_MAIN(FileCommandsTest)

@@ -15,37 +15,36 @@ class FlagPageTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void setClearAndReceptionFlag();
-  void clearAllAsks_data();
-  void clearAllAsks();
+  void setClearReceptionFlagAndClearAll();
 };
 
 namespace {
 
 struct FlagPageControls {
-  explicit FlagPageControls(Harness& h) : window(h.window.get()) {
-    window->show();
-    QApplication::setActiveWindow(window);
-    window->findChild<QTabWidget*>("Eingabe")->setCurrentIndex(3);
+  explicit FlagPageControls(Harness& h) : harness(h) {
+    h.window->show();
+    QApplication::setActiveWindow(h.window.get());
+    h.find<QTabWidget>("Eingabe")->setCurrentIndex(3);
     QCoreApplication::processEvents();
   }
   void clickFlag(int label) {
-    QTest::mouseClick(window->findChild<QLabel*>(QString("lblMerker%1").arg(label)),
-                      Qt::LeftButton);
+    QTest::mouseClick(harness.find<QLabel>(QString("lblMerker%1").arg(label)), Qt::LeftButton);
   }
-  QLineEdit* field(const char* name) { return window->findChild<QLineEdit*>(name); }
-  void click(const char* name) { window->findChild<QPushButton*>(name)->click(); }
-  QString text(const char* name) { return window->findChild<QLabel*>(name)->text(); }
-  quillon::app::Anfang* window;
+  QLineEdit* field(const char* name) { return harness.find<QLineEdit>(name); }
+  void click(const char* name) { harness.find<QPushButton>(name)->click(); }
+  QString text(const char* name) { return harness.find<QLabel>(name)->text(); }
+  Harness& harness;
 };
 
 }  // namespace
 
-void FlagPageTest::setClearAndReceptionFlag() {
+void FlagPageTest::setClearReceptionFlagAndClearAll() {
   Harness h;
-  quillon::Project& project = h.window->state().project;
+  quillon::Project& project = h.project();
   project.messages.setCell(7, 4, "Pumpe steht");
   project.phones.setCell(3, 1, "+49301234");
+  project.flags.entries[9] = "2;4";
+  project.flags.used[9] = true;
   FlagPageControls page(h);
 
   page.clickFlag(4);
@@ -86,27 +85,13 @@ void FlagPageTest::setClearAndReceptionFlag() {
   page.click("cmdSmsClear");
   QCOMPARE(project.flags.entries[1], std::string("-1;-1"));
   QVERIFY(!project.changed);
-}
 
-void FlagPageTest::clearAllAsks_data() {
-  QTest::addColumn<BoxAnswer>("answer");
-  QTest::addColumn<QString>("entryAfter");
-  QTest::newRow("noKeepsFlags") << BoxAnswer::No << "2;4";
-  QTest::newRow("yesClearsAll") << BoxAnswer::Yes << "-1;-1";
-}
-
-void FlagPageTest::clearAllAsks() {
-  QFETCH(BoxAnswer, answer);
-  QFETCH(QString, entryAfter);
-  Harness h;
-  quillon::Project& project = h.window->state().project;
-  project.flags.entries[9] = "2;4";
-  project.flags.used[9] = true;
-  FlagPageControls page(h);
-  h.dialog.answer(answer);
-  page.click("cmdSmsClearAll");
-  QCOMPARE(h.dialog.texts(), std::vector<std::string>{"Really clear all? "});
-  QCOMPARE(QString::fromStdString(project.flags.entries[9]), entryAfter);
+  for (const BoxAnswer answer : {BoxAnswer::No, BoxAnswer::Yes}) {
+    h.dialog.answer(answer);
+    page.click("cmdSmsClearAll");
+    QCOMPARE(h.dialog.texts().back(), std::string("Really clear all? "));
+    QCOMPARE(project.flags.entries[9], std::string(answer == BoxAnswer::No ? "2;4" : "-1;-1"));
+  }
 }
 
 QTEST_MAIN(FlagPageTest)
