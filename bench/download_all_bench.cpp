@@ -15,9 +15,9 @@
 #include <string>
 #include <vector>
 
+#include "link/qt/serial_link.h"
+#include "link/qt/transfer_observer.h"
 #include "link/sign_in.h"
-#include "serial/serial_link.h"
-#include "serial/transfer_observer.h"
 #include "transfer/download.h"
 
 namespace {

@@ -14,7 +14,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "serial/serial_link.h"
+#include "link/qt/serial_link.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "app/device_commands.h"
 
-#include "serial/port_settings.h"
+#include "link/qt/port_settings.h"
 
 namespace quillon::app {
 

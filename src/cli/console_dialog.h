@@ -10,8 +10,8 @@
 #include <string>
 
 #include "cli/progress_lines.h"
+#include "link/qt/identify_command.h"
 #include "project/user_dialog.h"
-#include "serial/identify_command.h"
 
 namespace quillon::cli {
 

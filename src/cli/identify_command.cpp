@@ -5,7 +5,7 @@
 #include <iostream>
 
 #include "cli/command.h"
-#include "serial/identify_command.h"
+#include "link/qt/identify_command.h"
 
 namespace quillon::cli {
 

@@ -3,7 +3,7 @@
 #include <QDateTime>
 #include <QDir>
 
-#include "serial/identify.h"
+#include "link/qt/identify.h"
 #include "text/code_page.h"
 
 namespace quillon::cli {

@@ -11,11 +11,11 @@
 #include "cli/interrupt_watch.h"
 #include "cli/link_options.h"
 #include "cli/progress_lines.h"
+#include "link/qt/identify_command.h"
+#include "link/qt/serial_link.h"
+#include "link/qt/transfer_observer.h"
 #include "link/sign_in.h"
 #include "link/traffic_log.h"
-#include "serial/identify_command.h"
-#include "serial/serial_link.h"
-#include "serial/transfer_observer.h"
 #include "transfer/transfer_context.h"
 
 namespace quillon::cli {

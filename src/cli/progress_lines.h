@@ -8,8 +8,8 @@
 #include <ostream>
 #include <string>
 
+#include "link/qt/transfer_observer.h"
 #include "project/user_dialog.h"
-#include "serial/transfer_observer.h"
 
 namespace quillon::cli {
 

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "cli/command.h"
+#include "link/qt/identify_command.h"
 #include "project/project.h"
-#include "serial/identify_command.h"
 
 namespace quillon::cli {
 

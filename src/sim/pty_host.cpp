@@ -16,7 +16,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "serial/port_names.h"
+#include "link/qt/port_names.h"
 
 namespace quillon::sim {
 namespace {

@@ -11,12 +11,12 @@
 #include <vector>
 
 #include "file_bytes.h"
+#include "link/qt/identify.h"
+#include "link/qt/serial_link.h"
+#include "link/qt/transfer_observer.h"
 #include "link/sign_in.h"
 #include "project/project_file.h"
 #include "scripted_dialog.h"
-#include "serial/identify.h"
-#include "serial/serial_link.h"
-#include "serial/transfer_observer.h"
 #include "sim_process.h"
 #include "transfer/data_image.h"
 #include "transfer/download.h"

@@ -15,7 +15,7 @@
 #include "app/device/term_link.h"
 #include "app/device_commands.h"
 #include "app/file_picker.h"
-#include "serial/serial_link.h"
+#include "link/qt/serial_link.h"
 #include "transfer/transfer_context.h"
 
 namespace quillon::app::device {

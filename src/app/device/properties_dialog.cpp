@@ -11,10 +11,10 @@
 #include <QVBoxLayout>
 
 #include "app/qt_text.h"
-#include "serial/port_names.h"
-#include "serial/port_settings.h"
-#include "serial/port_test.h"
-#include "serial/serial_port_setup.h"
+#include "link/qt/port_names.h"
+#include "link/qt/port_settings.h"
+#include "link/qt/port_test.h"
+#include "link/qt/serial_port_setup.h"
 
 namespace quillon::app::device {
 namespace {

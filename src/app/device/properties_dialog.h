@@ -5,7 +5,7 @@
 #include <QDialog>
 
 #include "app/app_state.h"
-#include "serial/serial_link.h"
+#include "link/qt/serial_link.h"
 
 class QComboBox;
 class QCheckBox;

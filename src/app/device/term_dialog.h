@@ -7,9 +7,9 @@
 #include <QDialog>
 #include <array>
 
+#include "link/qt/transfer_observer.h"
 #include "link/transfer.h"
 #include "project/user_dialog.h"
-#include "serial/transfer_observer.h"
 
 class QLabel;
 class QPlainTextEdit;

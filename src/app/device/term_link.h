@@ -6,8 +6,8 @@
 
 #include <functional>
 
+#include "link/qt/serial_link.h"
 #include "link/sign_in.h"
-#include "serial/serial_link.h"
 
 namespace quillon::app::device {
 

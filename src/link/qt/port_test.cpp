@@ -1,10 +1,10 @@
-#include "serial/port_test.h"
+#include "link/qt/port_test.h"
 
 #include <QSerialPort>
 
-#include "serial/port_names.h"
-#include "serial/port_settings.h"
-#include "serial/serial_port_setup.h"
+#include "link/qt/port_names.h"
+#include "link/qt/port_settings.h"
+#include "link/qt/serial_port_setup.h"
 
 namespace quillon {
 

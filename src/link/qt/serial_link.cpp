@@ -1,15 +1,15 @@
-#include "serial/serial_link.h"
+#include "link/qt/serial_link.h"
 
 #include <QEventLoop>
 #include <QTime>
 #include <algorithm>
 #include <string_view>
 
+#include "link/qt/serial_port_setup.h"
+#include "link/qt/transfer_observer.h"
 #include "link/reply_timer.h"
 #include "link/traffic_log.h"
 #include "link/transfer_engine.h"
-#include "serial/serial_port_setup.h"
-#include "serial/transfer_observer.h"
 #include "text/code_page.h"
 
 namespace quillon {

@@ -1,4 +1,4 @@
-#include "serial/port_names.h"
+#include "link/qt/port_names.h"
 
 #include <QSerialPortInfo>
 #include <QSettings>

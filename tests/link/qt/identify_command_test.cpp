@@ -1,7 +1,7 @@
 // "identify" as the command line runs it, against telvane-sim on a real pseudo-terminal, with
 // its traffic log.
 
-#include "serial/identify_command.h"
+#include "link/qt/identify_command.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,7 +10,7 @@
 #include <QtTest>
 #include <sstream>
 
-#include "serial/port_names.h"
+#include "link/qt/port_names.h"
 #include "sim_module.h"
 
 namespace quillon {

@@ -1,9 +1,9 @@
-#include "serial/serial_port_setup.h"
+#include "link/qt/serial_port_setup.h"
 
 #include <QSettings>
 
-#include "serial/port_names.h"
-#include "serial/port_settings.h"
+#include "link/qt/port_names.h"
+#include "link/qt/port_settings.h"
 
 namespace quillon {
 namespace {

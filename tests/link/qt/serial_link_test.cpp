@@ -2,7 +2,7 @@
 // round trip, the module's faults, cancel, a pulled plug, a wait across midnight, and the port
 // numbers. Reply time-outs are short so that nothing waits 20 seconds.
 
-#include "serial/serial_link.h"
+#include "link/qt/serial_link.h"
 
 #include <QElapsedTimer>
 #include <QSettings>
@@ -12,11 +12,11 @@
 #include <string>
 #include <vector>
 
+#include "link/qt/identify.h"
+#include "link/qt/port_test.h"
+#include "link/qt/serial_port_setup.h"
+#include "link/qt/transfer_observer.h"
 #include "scripted_dialog.h"
-#include "serial/identify.h"
-#include "serial/port_test.h"
-#include "serial/serial_port_setup.h"
-#include "serial/transfer_observer.h"
 #include "sim_module.h"
 
 namespace quillon {

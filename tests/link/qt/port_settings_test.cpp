@@ -1,6 +1,6 @@
 // The settings string, the port status text and the port test's box text.
 
-#include "serial/port_settings.h"
+#include "link/qt/port_settings.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "serial/port_test.h"
+#include "link/qt/port_test.h"
 
 namespace quillon {
 namespace {

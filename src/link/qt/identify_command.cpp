@@ -1,4 +1,4 @@
-#include "serial/identify_command.h"
+#include "link/qt/identify_command.h"
 
 #include <unistd.h>
 
@@ -12,11 +12,11 @@
 #include <optional>
 #include <ostream>
 
+#include "link/qt/identify.h"
+#include "link/qt/port_names.h"
+#include "link/qt/serial_link.h"
+#include "link/qt/transfer_observer.h"
 #include "link/traffic_log.h"
-#include "serial/identify.h"
-#include "serial/port_names.h"
-#include "serial/serial_link.h"
-#include "serial/transfer_observer.h"
 #include "text/code_page.h"
 
 namespace quillon {

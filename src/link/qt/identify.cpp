@@ -1,4 +1,4 @@
-#include "serial/identify.h"
+#include "link/qt/identify.h"
 
 namespace quillon {
 namespace {

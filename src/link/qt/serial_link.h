@@ -11,10 +11,10 @@
 #include <memory>
 #include <string>
 
+#include "link/qt/port_names.h"
+#include "link/qt/port_settings.h"
 #include "link/sign_in.h"
 #include "link/transfer.h"
-#include "serial/port_names.h"
-#include "serial/port_settings.h"
 
 class QEventLoop;
 

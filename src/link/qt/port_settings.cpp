@@ -1,4 +1,4 @@
-#include "serial/port_settings.h"
+#include "link/qt/port_settings.h"
 
 #include <cctype>
 #include <charconv>
