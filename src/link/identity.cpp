@@ -3,6 +3,7 @@
 #include <array>
 
 #include "link/hex_field.h"
+#include "link/transfer.h"
 
 namespace quillon {
 
@@ -49,7 +50,8 @@ int DecodeIdentity(std::string_view reply, DeviceIdentity& identity, ModuleLimit
     return hexPrefixValue(fixedField(reply, position, width));
   };
   int conflicts = 0;
-  identity.raw = std::string(reply);
+  // The reply as the module sent it, without the end mark that frames its last block.
+  identity.raw = std::string(reply.substr(0, reply.find(kEndOfBlock)));
 
   identity.version = FirmwareVersionText(field(1, 4));
   identity.bus = lookUp(kBusTypes, field(5, 2));

@@ -229,7 +229,7 @@ void TransferE2eTest::versionConflictPrintsTheIdentification() {
   QCOMPARE(run.err, QByteArray("Kestrix ist auf falsches Ger\xC3\xA4t eingestellt\nVersion: 1.23\n"
                                "Bus type: Millenium M3\nDevice: Ombra\nFirmware: Alarmieren\n"
                                "Nuber of messages: 100\nNumber of phone nrs.: 60\n"
-                               "Reply: 007B090100003E<253>\n"));
+                               "Reply: 007B090100003E\n"));
 }
 
 void TransferE2eTest::loggerPrintsItsLines() {

@@ -60,7 +60,9 @@ TEST(DecodeIdentity, FillsTheLabelsAndRaisesConflicts) {
                   id.messageCount + "|" + id.phoneCount,
               row.shown);
     EXPECT_EQ(id.conflicts, row.conflicts);
-    EXPECT_EQ(id.raw, row.reply);
+    // The raw reply is shown as sent, without the end mark of the block.
+    EXPECT_TRUE(row.reply.starts_with(id.raw));
+    EXPECT_EQ(id.raw.find('\xFD'), std::string::npos);
     EXPECT_TRUE(id.holdsData);
     // 400 message texts allow the index 399, every other size 99.
     EXPECT_EQ(limits.lastMessageIndex, id.messageCount == " 400" ? 399 : 99);

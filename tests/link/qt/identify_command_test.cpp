@@ -32,7 +32,7 @@ namespace {
 
 const char* const kTelvane =
     "Version: 1.23\nBus type: Millenium M3\nDevice: Telvane\nFirmware: Alarmieren\n"
-    "Nuber of messages: 100\nNumber of phone nrs.: 60\nReply: 007B090300003E<253>\n";
+    "Nuber of messages: 100\nNumber of phone nrs.: 60\nReply: 007B090300003E\n";
 
 struct Ran {
   int exitCode;
@@ -158,7 +158,7 @@ void IdentifyCommandTest::theCommandLineProgram() {
   QCOMPARE(QString::fromUtf8(cli.readAllStandardOutput()),
            QString("Version: 2 (nicht lesbar)\nBus type: EASY400\nDevice: Quessa\n"
                    "Firmware: Alarmieren\nNuber of messages: 400\nNumber of phone nrs.: 60\n"
-                   "Reply: 0002040201003E<253>\n"));
+                   "Reply: 0002040201003E\n"));
   QCOMPARE(QString::fromUtf8(cli.readAllStandardError()),
            QString::fromUtf8("Kestrix ist auf falsches Gerät eingestellt\n"));
 }
