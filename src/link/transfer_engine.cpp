@@ -126,10 +126,8 @@ void TransferEngine::onLinkLost(TimeOfDay now) {
   }
 }
 
-std::optional<TimeOfDay> TransferEngine::deadline() const {
+bool TransferEngine::waitsForReply() const {
   switch (m_stage) {
-    case Stage::SignInPause:
-      return *m_pauseStart + kSignInPause;
     case Stage::SignInReply:
     case Stage::StartReply:
     case Stage::StartRepeatReply:
@@ -137,11 +135,17 @@ std::optional<TimeOfDay> TransferEngine::deadline() const {
     case Stage::FinalReply:
     case Stage::CountReply:
     case Stage::BlockHead:
-      return m_replyTimer.deadline();
+      return true;
     default:
       // The checksum characters after an end-of-block are awaited without a time-out.
-      return std::nullopt;
+      return false;
   }
+}
+
+std::optional<TimeOfDay> TransferEngine::deadline() const {
+  if (m_stage == Stage::SignInPause) return *m_pauseStart + kSignInPause;
+  if (waitsForReply()) return m_replyTimer.deadline();
+  return std::nullopt;
 }
 
 std::string TransferEngine::takeOutgoing() {
@@ -164,24 +168,12 @@ void TransferEngine::expect(Stage stage, TimeOfDay now) {
 }
 
 void TransferEngine::advanceTime(TimeOfDay now) {
-  switch (m_stage) {
-    case Stage::SignInPause: {
-      TimeOfDay elapsed = now - *m_pauseStart;
-      if (elapsed < 0) elapsed += kDayLength;
-      if (elapsed >= kSignInPause) judgeSignIn(now);
-      return;
-    }
-    case Stage::SignInReply:
-    case Stage::StartReply:
-    case Stage::StartRepeatReply:
-    case Stage::BlockReply:
-    case Stage::FinalReply:
-    case Stage::CountReply:
-    case Stage::BlockHead:
-      if (m_replyTimer.expired(now)) timeOut(now);
-      return;
-    default:
-      return;
+  if (m_stage == Stage::SignInPause) {
+    TimeOfDay elapsed = now - *m_pauseStart;
+    if (elapsed < 0) elapsed += kDayLength;
+    if (elapsed >= kSignInPause) judgeSignIn(now);
+  } else if (waitsForReply() && m_replyTimer.expired(now)) {
+    timeOut(now);
   }
 }
 

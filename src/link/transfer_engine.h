@@ -67,6 +67,8 @@ class TransferEngine {
     Finished,
   };
 
+  // A stage that waits for the module under the reply time-out.
+  [[nodiscard]] bool waitsForReply() const;
   void pump(TimeOfDay now);
   void advanceTime(TimeOfDay now);
   void timeOut(TimeOfDay now);
