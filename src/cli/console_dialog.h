@@ -9,8 +9,8 @@
 
 #include <string>
 
+#include "cli/console.h"
 #include "cli/progress_lines.h"
-#include "link/qt/identify_command.h"
 #include "project/user_dialog.h"
 
 namespace quillon::cli {

@@ -1,28 +1,57 @@
 // quillon-cli identify --port DEV: reads the module's identity and prints it.
 
-#include <unistd.h>
+#include "cli/identify_command.h"
 
-#include <iostream>
+#include <array>
 
-#include "cli/command.h"
-#include "link/qt/identify_command.h"
+#include "cli/command_line_parser.h"
+#include "cli/link_options.h"
+#include "cli/module_session.h"
+#include "cli/transfer_run.h"
 
 namespace quillon::cli {
 
+extern const Command kIdentifyCommand;
+
 namespace {
 
-int runIdentify(const CommandContext& context) {
-  std::vector<std::string> arguments = context.arguments;
-  // --lang was taken by the command line; the driver's messages follow it too.
-  if (context.texts.german()) arguments.insert(arguments.end(), {"--lang", "de"});
-  Console console{std::cin, context.out, context.err, ::isatty(STDIN_FILENO) != 0,
-                  &context.err == &std::cerr && ::isatty(STDERR_FILENO) != 0};
-  return RunIdentifyCommand(arguments, console);
+constexpr std::array kOptions{kPortOption, kYesOption, kReplyTimeoutOption, kLogOption};
+
+// identify has always named itself on the first line of a usage error.
+int wrongUsage(const CommandContext& context, const std::string& error) {
+  context.err << "quillon-cli identify: " << error << "\n"
+              << CommandLineParser(CommandTable()).usage(&kIdentifyCommand)
+              << "Try 'quillon-cli identify --help' for more information.\n";
+  return kExitUsage;
+}
+
+int identify(const CommandContext& context) {
+  Console console = commandConsole(context);
+  return RunIdentify(context, console);
 }
 
 }  // namespace
 
-extern const Command kIdentifyCommand;
+int RunIdentify(const CommandContext& context, Console& console) {
+  ParsedOptions parsed;
+  LinkOptions link;
+  if (auto error = parseOptions(context.arguments, kOptions, parsed)) {
+    return wrongUsage(context, *error);
+  }
+  if (auto error = readLinkOptions(parsed, "identify", link)) return wrongUsage(context, *error);
+  if (!parsed.positional.empty()) {
+    return wrongUsage(context, "unexpected argument '" + parsed.positional[0] + "'");
+  }
+
+  ModuleSession session(link, DialogAnswers{link.yes, false}, context.texts.language(), console);
+  // The identity is what the command prints, a wrong module's included.
+  session.setIdentificationOutput(console.out);
+  if (const int opened = session.open(); opened != kResultOk) return opened;
+  const int result = session.identify();
+  if (result == kResultOk) session.printIdentification();
+  return result;
+}
+
 const Command kIdentifyCommand{
     "identify",
     "--port DEV [--yes] [--reply-timeout SECONDS] [--log]",
@@ -32,14 +61,8 @@ const Command kIdentifyCommand{
     "it, one \"label: value\" line each. The exit status is the transfer result: 0 ok,\n"
     "1 port not opened, 2 declined, 3 cancelled, 4 time-out, 5 no connection,\n"
     "6 no response, 7 version conflict.\n"
-    "\n"
-    "  --port DEV               the port: a device path, or a number n (settings store\n"
-    "                           \"Ports\"/\"COMn\", else the n-th serial port by name)\n"
-    "  --yes                    answers \"Telvane ready ?\" (otherwise it is asked on the\n"
-    "                           terminal, and declined without one)\n"
-    "  --reply-timeout SECONDS  how long to wait for each reply (default 20)\n"
-    "  --log                    logs the serial traffic to a file in this directory\n",
-    runIdentify,
+    "\n" QUILLON_CLI_LINK_OPTIONS_HELP,
+    identify,
     true,
 };
 

@@ -25,6 +25,7 @@ ModuleSession::ModuleSession(const LinkOptions& options, DialogAnswers answers, 
                              Console& console)
     : m_options(options),
       m_console(console),
+      m_identificationOutput(&console.err),
       m_application(applicationIfNone()),
       m_progress(console.err, console.progress),
       m_dialog(console, m_progress, answers),
@@ -87,7 +88,7 @@ void ModuleSession::printIdentification() {
   m_progress.breakLine();
   for (const auto& [label, value] : IdentityFields(m_session.identity)) {
     const std::string shown = label == "Reply" ? EscapeForLog(value) : value;
-    m_console.err << label << ": " << cp1252ToUtf8(shown) << "\n";
+    *m_identificationOutput << label << ": " << cp1252ToUtf8(shown) << "\n";
   }
 }
 

@@ -7,11 +7,11 @@
 #include <memory>
 #include <ostream>
 
+#include "cli/console.h"
 #include "cli/console_dialog.h"
 #include "cli/interrupt_watch.h"
 #include "cli/link_options.h"
 #include "cli/progress_lines.h"
-#include "link/qt/identify_command.h"
 #include "link/qt/serial_link.h"
 #include "link/qt/transfer_observer.h"
 #include "link/sign_in.h"
@@ -44,8 +44,10 @@ class ModuleSession : private TransferObserver {
   void beginKind(const std::string& label) { m_progress.beginLine(label); }
   // Ends the progress line, before the command prints its own lines.
   void endProgress() { m_progress.endLine(); }
-  // The identification as "label: value" lines on the error output.
+  // The identification as "label: value" lines: on the error output, or on the stream of a
+  // command that prints it as its result. identify() prints it on a version conflict.
   void printIdentification();
+  void setIdentificationOutput(std::ostream& stream) { m_identificationOutput = &stream; }
 
  private:
   void transferStarted(const TransferJob& job) override;
@@ -54,6 +56,7 @@ class ModuleSession : private TransferObserver {
 
   LinkOptions m_options;
   Console& m_console;
+  std::ostream* m_identificationOutput;
   std::unique_ptr<QCoreApplication> m_application;
   ProgressLines m_progress;
   ConsoleDialog m_dialog;

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "cli/command.h"
-#include "link/qt/identify_command.h"
+#include "cli/console.h"
 #include "project/project.h"
 
 namespace quillon::cli {
