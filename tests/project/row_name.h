@@ -22,6 +22,7 @@ struct RowName {
 namespace quillon {
 namespace {  // the rows live in each test's unnamed namespace, where gtest looks for PrintTo
 
+// clang-format off: this clang-format release mangles requires-clauses.
 template <class Row>
   requires requires(const Row& row) {
     { row.name } -> std::convertible_to<const char*>;
@@ -29,6 +30,7 @@ template <class Row>
 void PrintTo(const Row& row, std::ostream* out) {
   *out << row.name;
 }
+// clang-format on
 
 }  // namespace
 }  // namespace quillon
