@@ -22,7 +22,8 @@ struct RowName {
 namespace quillon {
 namespace {  // the rows live in each test's unnamed namespace, where gtest looks for PrintTo
 
-// clang-format off: this clang-format release mangles requires-clauses.
+// This clang-format release mangles requires-clauses.
+// clang-format off
 template <class Row>
   requires requires(const Row& row) {
     { row.name } -> std::convertible_to<const char*>;
