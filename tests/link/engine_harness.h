@@ -3,7 +3,6 @@
 // records what it writes and reports. Events are rendered as short texts so that a test can
 // state the expected sequence by hand.
 
-#include <initializer_list>
 #include <optional>
 #include <string>
 #include <vector>
@@ -109,14 +108,13 @@ class Harness {
   [[nodiscard]] int result() const { return TransferResultForTitle(m_engine.outcome().title); }
 
   // The described events of the given kinds ("box", "title", "comment" ...), in order.
-  [[nodiscard]] Lines only(std::initializer_list<std::string> kinds) const {
+  template <class... Kinds>
+  [[nodiscard]] Lines only(const Kinds&... kinds) const {
     Lines out;
     for (const auto& e : events)
-      for (const auto& kind : kinds)
-        if (e.rfind(kind + " ", 0) == 0) out.push_back(e);
+      if (((e.rfind(std::string(kinds) + " ", 0) == 0) || ...)) out.push_back(e);
     return out;
   }
-  [[nodiscard]] Lines only(const std::string& kind) const { return only({kind}); }
 
   std::string wire;  // everything written, in order
   Lines events;      // every event, described

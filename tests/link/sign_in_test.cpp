@@ -3,6 +3,7 @@
 #include <deque>
 #include <utility>
 
+#include "link/identity.h"
 #include "link/sign_in.h"
 #include "scripted_dialog.h"
 
@@ -36,13 +37,6 @@ class RecordingStatus : public StatusDisplay {
   std::vector<std::pair<int, std::string>> texts;
 };
 
-TransferOutcome left(std::string title, std::string received = {}) {
-  TransferOutcome outcome;
-  outcome.title = std::move(title);
-  outcome.received[0] = std::move(received);
-  return outcome;
-}
-
 const std::string kTelvaneReply = "007B090300003E\xFD";
 const Box kReadyBox{"Kestrix", "Telvane ready ?", BoxIcon::Question, BoxButtons::OkCancel,
                     BoxAnswer::Ok};
@@ -64,7 +58,7 @@ class SignInTest : public ::testing::Test {
 };
 
 TEST_F(SignInTest, FirstRunAsksOnceReadsTheIdentityOnceThenRunsTheJob) {
-  m_port.outcomes = {left("Upload active", kTelvaneReply), left("Download active")};
+  m_port.outcomes = {{"Upload active", {kTelvaneReply}}, {"Download active", {}}};
   EXPECT_EQ(signIn(), 0);
   ASSERT_EQ(m_dialog.boxes, std::vector<Box>{kReadyBox});
   ASSERT_EQ(m_port.jobs.size(), 2U);
@@ -90,23 +84,20 @@ TEST_F(SignInTest, FirstRunAsksOnceReadsTheIdentityOnceThenRunsTheJob) {
   EXPECT_EQ(m_port.jobs[2].title, "Download active");
 }
 
-TEST_F(SignInTest, DeclinedReadyQuestionRunsNothingAndIsAskedAgain) {
+TEST_F(SignInTest, ClosedPortOrDeclinedReadyQuestionRunsNothing) {
+  m_port.openResult = 1;
+  EXPECT_EQ(signIn(), 1);
+  EXPECT_TRUE(m_dialog.boxes.empty());
+  m_port.openResult = 0;
   m_dialog.answer(BoxAnswer::Cancel);
   EXPECT_EQ(signIn(), 2);
   EXPECT_TRUE(m_port.jobs.empty());
   EXPECT_EQ(m_port.closes, 1);
   EXPECT_FALSE(m_session.readyConfirmed);
 
-  m_port.outcomes = {left("Upload active", kTelvaneReply), left("Download active")};
+  m_port.outcomes = {{"Upload active", {kTelvaneReply}}, {"Download active", {}}};
   EXPECT_EQ(signIn(), 0);
   EXPECT_EQ(m_dialog.boxes, (std::vector<Box>{kReadyBox, kReadyBox}));
-}
-
-TEST_F(SignInTest, PortThatCannotBeOpenedAsksNothing) {
-  m_port.openResult = 1;
-  EXPECT_EQ(signIn(), 1);
-  EXPECT_TRUE(m_dialog.boxes.empty());
-  EXPECT_TRUE(m_port.jobs.empty());
 }
 
 TEST_F(SignInTest, EndingsOfTheIdentityQueryMapToAResultOrGoOn) {
@@ -125,7 +116,7 @@ TEST_F(SignInTest, EndingsOfTheIdentityQueryMapToAResultOrGoOn) {
         Row{"Upload active", 7, 1, true}}) {
     m_session.identityRead = false;
     m_port.jobs.clear();
-    m_port.outcomes = {left(title), left("Download active")};
+    m_port.outcomes = {{title, {}}, {"Download active", {}}};
     EXPECT_EQ(signIn(), result) << title;
     EXPECT_EQ(m_port.jobs.size(), jobsRun) << title;
     EXPECT_EQ(m_session.identityRead, identityRead) << title;
@@ -137,9 +128,74 @@ TEST_F(SignInTest, EndingsOfTheIdentityQueryMapToAResultOrGoOn) {
 TEST_F(SignInTest, FailedJobLeavesThePanelsAlone) {
   m_session.readyConfirmed = true;
   m_session.identityRead = true;
-  m_port.outcomes = {left("No response")};
+  m_port.outcomes = {{"No response", {}}};
   EXPECT_EQ(signIn(), 6);
   EXPECT_EQ(m_status.texts, (std::vector<std::pair<int, std::string>>{{2, "Download active"}}));
+}
+
+TEST(DecodeIdentity, FillsTheLabelsAndRaisesConflicts) {
+  const std::string wrongDevice = "Kestrix ist auf falsches Ger\xE4t eingestellt";
+  const auto phones = [](const std::string& n) {
+    return "Falsche Anzahl Telefonnummern: \nEingestellt sind  60, aber im Ger\xE4t ist Platz "
+           "f\xFCr " +
+           n;
+  };
+  using Boxes = std::vector<std::string>;  // all titled "Version"
+  struct Row {
+    const char* name;
+    std::string reply;
+    std::string shown;  // version|bus|unit|function|messages|phones
+    int conflicts;
+    Boxes boxes;
+  };
+  const std::vector<Row> rows = {
+      {"telvaneWith100MessagesAnd60Phones", "007B090300003E\xFD",
+       "1.23| Millenium M3| Telvane| Alarmieren| 100|60", 0, Boxes{}},
+      {"busFourIsEasy400", "0064040300003E", "1| EASY400| Telvane| Alarmieren| 100|60", 0, Boxes{}},
+      {"busFiveIsEasy400Too", "0096050300003E", "1.5| EASY400| Telvane| Alarmieren| 100|60", 0,
+       Boxes{}},
+      {"busTenIsUnknown", "00960A0300003E", "1.5| unbekannt| Telvane| Alarmieren| 100|60", 0,
+       Boxes{}},
+      {"sizeOneIs400Messages", "007B090301013E", "1.23| Millenium M3| Telvane| Fernwirken| 400|60",
+       0, Boxes{}},
+      {"otherSizeIsUnknown", "007B090302023E", "1.23| Millenium M3| Telvane| DF\xDC| unbekannt|60",
+       0, Boxes{}},
+      {"phoneFieldTwoLeavesTheCountEmpty", "007B0903000002",
+       "1.23| Millenium M3| Telvane| Alarmieren| 100|", 0, Boxes{}},
+      {"otherPhoneCountConflicts", "007B0903000028",
+       "1.23| Millenium M3| Telvane| Alarmieren| 100|38", 2, Boxes{phones("38")}},
+      {"firmwareTwoIsNotReadable", "0002090300003E",
+       "2 (nicht lesbar)| Millenium M3| Telvane| Alarmieren| 100|60", 0, Boxes{}},
+      {"emptyReplyIsTheWrongDevice", "", "0| Kein Bus| Tarvos| Alarmieren| 100|", 1,
+       Boxes{wrongDevice}},
+      {"partialFieldReadsItsDigits", "7", "0.07| Kein Bus| Tarvos| Alarmieren| 100|", 1,
+       Boxes{wrongDevice}},
+      {"wrongDeviceAndWrongPhoneCount", "007B0901000020",
+       "1.23| Millenium M3| Ombra| Alarmieren| 100|30", 3, Boxes{wrongDevice, phones("30")}},
+      {"unknownDeviceHasNoBoxOfItsOwn", "007B0907000028",
+       "1.23| Millenium M3| unbekannt| Alarmieren| 100|38", 2, Boxes{phones("38")}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    DeviceIdentity id;
+    ModuleLimits limits;
+    limits.lastMessageIndex = 250;  // neither of the two it may be set to
+    int expectedPhones = 60;
+    ScriptedDialog dialog;
+    EXPECT_EQ(DecodeIdentity(row.reply, id, limits, expectedPhones, dialog), row.conflicts);
+    EXPECT_EQ(id.version + "|" + id.bus + "|" + id.unit + "|" + id.firmware + "|" +
+                  id.messageCount + "|" + id.phoneCount,
+              row.shown);
+    EXPECT_EQ(id.conflicts, row.conflicts);
+    // The raw reply is shown as sent, without the end mark of the block.
+    EXPECT_TRUE(row.reply.starts_with(id.raw));
+    EXPECT_EQ(id.raw.find('\xFD'), std::string::npos);
+    EXPECT_TRUE(id.holdsData);
+    // 400 message texts allow the index 399, every other size 99.
+    EXPECT_EQ(limits.lastMessageIndex, id.messageCount == " 400" ? 399 : 99);
+    EXPECT_EQ(dialog.texts(), row.boxes);
+    for (const auto& box : dialog.boxes) EXPECT_EQ(box.title, "Version");
+  }
 }
 
 }  // namespace

@@ -18,15 +18,11 @@ TEST(TrafficLogFileName, IsYearDayMonthAndSecondsOfTheDay) {
 }
 
 TEST(TrafficLogLines, ControlAndEightBitCodesAsNumbers) {
-  const std::vector<std::pair<std::string, std::string>> rows = {{"M0041 ok~", "M0041 ok~"},
-                                                                 {"\x06\x15", "<6><21>"},
-                                                                 {"ab\xFD"
-                                                                  "F4",
-                                                                  "ab<253>F4"},
-                                                                 {"Gr\xFC\xDF", "Gr<252><223>"},
-                                                                 {"\x7F", "<127>"},
-                                                                 {std::string("a\0b", 3), "a<0>b"},
-                                                                 {"\r\n", "<13><10>"}};
+  const std::vector<std::pair<std::string, std::string>> rows = {
+      {"M0041 ok~", "M0041 ok~"}, {"\x06\x15", "<6><21>"},
+      {"ab\375F4", "ab<253>F4"},  {"Gr\xFC\xDF", "Gr<252><223>"},
+      {"\x7F", "<127>"},          {std::string("a\0b", 3), "a<0>b"},
+      {"\r\n", "<13><10>"}};
   for (const auto& [text, escaped] : rows) EXPECT_EQ(EscapeForLog(text), escaped);
 }
 
@@ -66,10 +62,7 @@ TEST(TrafficLogFile, RecordsAShortExchangeByteForByte) {
   log.logTraffic("\x06", "READ: ");
   log.logTraffic("V", "WRITE: ");
   log.logTraffic("V000F", "READ: ");
-  log.logTraffic(
-      "007B090300003E\xFD"
-      "F4",
-      "LESEN: ");
+  log.logTraffic("007B090300003E\375F4", "LESEN: ");
   log.logTraffic("\x06", "SCHREIBEN: ");
   EXPECT_TRUE(log.good());
   log.close();

@@ -107,7 +107,7 @@ TEST(TransferEngineRead, CountReplyIsTheFourCharactersAfterTheLetter) {
     h.signIn();
     h.bytes(reply, 1200);
     EXPECT_EQ(h.wire, "T" + ACK);
-    EXPECT_EQ(h.only({"count", "box"}), Lines{shown});
+    EXPECT_EQ(h.only("count", "box"), Lines{shown});
     if (shown == denied) {
       EXPECT_EQ(h.engine().comment(), "Denied");
       EXPECT_EQ(h.only("title"), Lines{});
@@ -117,42 +117,80 @@ TEST(TransferEngineRead, CountReplyIsTheFourCharactersAfterTheLetter) {
   }
 }
 
-TEST(TransferEngineRead, TimeOutCancelAndLostLinkEndTheRead) {
+// How a transfer ends once signed in (the start identifier or request letter left at 1100, so
+// the reply wait counts from 1000 and times out at 22000).
+TEST(TransferEngine, EndingsAfterTheSignIn) {
   struct Row {
     const char* name;
-    Steps steps;  // after the sign-in at 0, which ends at 1100
+    TransferJob job;
+    Steps steps;
+    std::string wire;
     Lines boxesAndTitles;
+    std::string comment;  // empty: not checked
     int result;
   };
+  const std::string a(64, 'A'), sent = "M0041" + a + "00",
+                                five = "box Terminal: Transfer ok, but no final confirmation  [!]";
+  const TransferJob send = sendJob(a + "B", "M0041"), read = readJob('v', "Version");
   const Lines timeout = {"box : Timeout", "title No response", "title Timeout"};
+  const Lines sendTimeout = {"box : Timeout", "title No response", "title Cancel"};
   const std::vector<Row> rows = {
-      {"noCount", Steps{deadlineAt(21999), deadlineAt(22000)},
+      {"replyJustInTime", sendJob("AB"),
+       Steps{deadlineAt(21999), bytesAt(21999, ACK), bytesAt(22000, ACK), bytesAt(22050, ACK)},
+       "M0002AB03", Lines{}, "done", 0},
+      {"replyTooLate", sendJob("AB"), Steps{deadlineAt(21999), bytesAt(22000, ACK)}, "M0002",
+       sendTimeout, "Cancel", 3},
+      {"silenceAfterABlock", send, Steps{bytesAt(2000, ACK), deadlineAt(22999), deadlineAt(23000)},
+       sent, sendTimeout, "Cancel", 3},
+      {"cancelWhileSending", send, Steps{bytesAt(2000, ACK), cancelAt(2050)}, sent,
+       Lines{"title Cancel"}, "Cancel", 3},
+      {"linkLostWhileSending", send, Steps{bytesAt(2000, ACK), linkLostAt(2050)}, sent, sendTimeout,
+       "Cancel", 3},
+      // Message 5 when the final confirmation is missing, and still done.
+      {"finalConfirmationRefused", sendJob("AB"),
+       Steps{bytesAt(2000, ACK), bytesAt(2100, ACK), bytesAt(2200, NAK)}, "M0002AB03", Lines{five},
+       "done", 0},
+      {"finalConfirmationMissing", sendJob("AB"),
+       Steps{bytesAt(2000, ACK), bytesAt(2100, ACK), deadlineAt(23000)}, "M0002AB03",
+       Lines{"box : Timeout", "title No response", five, "title Download active"}, "done", 0},
+      {"noCount", read, Steps{deadlineAt(21999), deadlineAt(22000)}, "V" + ACK,
        Lines{"box : Timeout", "title No response",
              "box Terminal: Option <Version> ist nicht implementiert"},
-       6},
-      {"noBlock", Steps{bytesAt(1200, "V000F"), deadlineAt(22000)}, timeout, 4},
+       "Denied", 6},
+      {"noBlock", read, Steps{bytesAt(1200, "V000F"), deadlineAt(22000)}, "V" + ACK, timeout, "",
+       4},
       // Every piece starts a new wait: 2300 counts from 2000.
-      {"silenceInsideABlock",
+      {"silenceInsideABlock", read,
        Steps{bytesAt(1200, "V000F"), bytesAt(2300, "007B"), deadlineAt(22000), deadlineAt(22999),
              deadlineAt(23000)},
-       timeout, 4},
+       "V" + ACK, timeout, "", 4},
       // The checksum characters after an end mark have no time-out; a lost link still ends it.
-      {"linkLostBeforeTheChecksum",
+      {"linkLostBeforeTheChecksum", read,
        Steps{bytesAt(1200, "V000F"), bytesAt(1300, kVersionData), deadlineAt(86000000),
              linkLostAt(86000001)},
-       timeout, 4},
-      {"cancelled", Steps{bytesAt(1200, "V000F"), cancelAt(1250)}, Lines{"title Cancel"}, 3},
+       "V" + ACK, timeout, "", 4},
+      {"cancelledRead", read, Steps{bytesAt(1200, "V000F"), cancelAt(1250)}, "V" + ACK,
+       Lines{"title Cancel"}, "", 3},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
-    Harness h(readJob('v', "Version"));
+    Harness h(row.job);
     h.signIn();
     h.run(row.steps);
-    EXPECT_EQ(h.only({"box", "title"}), row.boxesAndTitles);
-    EXPECT_EQ(h.wire, "V" + ACK);
+    EXPECT_EQ(h.only("box", "title"), row.boxesAndTitles);
+    EXPECT_EQ(h.wire, row.wire);
     EXPECT_EQ(h.only("busy"), Lines{"busy off"});
     EXPECT_EQ(h.events.back(), "finished");
+    if (!row.comment.empty()) {
+      EXPECT_EQ(h.engine().comment(), row.comment);
+    }
     EXPECT_EQ(h.result(), row.result);
+    // Nothing more happens once it is over.
+    h.forget();
+    h.run({bytesAt(30000, ACK), deadlineAt(40000)});
+    EXPECT_EQ(h.wire, "");
+    EXPECT_EQ(h.events, Lines{});
+    EXPECT_EQ(h.due(), std::nullopt);
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include "engine_harness.h"
 #include "link/block_checksum.h"
+#include "link/reply_timer.h"
 #include "link/start_identifier.h"
 
 namespace quillon::testing {
@@ -56,22 +57,6 @@ TEST(TransferEngineSend, DownloadOfTwoCharactersStepByStep) {
   EXPECT_EQ(h.due(), std::nullopt);
 }
 
-TEST(TransferEngineSignIn, SecondRoundSucceedsAfterAnAnswerWithoutAck) {
-  Harness h(sendJob("AB"));
-  h.start(1000);
-  h.bytes("x", 1500);
-  EXPECT_EQ(h.due(), 2500);
-  h.deadline(2500);
-  EXPECT_EQ(h.wire, "????");
-  h.bytes(ACK, 2600);
-  EXPECT_EQ(h.due(), 3600);
-  h.deadline(3600);
-  EXPECT_EQ(h.wire, "????M0002");
-  EXPECT_EQ(h.only("comment"),
-            (Lines{"comment Sign in ...", "comment Com open", "comment Start identifier ..."}));
-  EXPECT_EQ(h.only("box"), Lines{});
-}
-
 TEST(TransferEngineSignIn, EndingsAndTheirBoxes) {
   struct Row {
     const char* name;
@@ -82,6 +67,23 @@ TEST(TransferEngineSignIn, EndingsAndTheirBoxes) {
     Lines boxesAndTitles;
   };
   const std::vector<Row> rows = {
+      // The second round follows a second after an answer without ACK, the start identifier a
+      // second after the ACK.
+      {"secondRoundSucceeds", 0, "",
+       Steps{startAt(1000), bytesAt(1500, "x"), deadlineAt(2499), deadlineAt(2500),
+             bytesAt(2600, ACK), deadlineAt(3599), deadlineAt(3600)},
+       "????M0002", Lines{}},
+      // Across midnight the pause still lasts one second.
+      {"pauseAcrossMidnight", 0, "",
+       Steps{startAt(86399000), bytesAt(86399500, ACK), deadlineAt(499), deadlineAt(500)},
+       "??M0002", Lines{}},
+      // The wait counts from the whole second and survives midnight: 20.999 s still waits.
+      {"signInAcrossMidnightStillWaits", 0, "",
+       Steps{startAt(86399000), deadlineAt(0), deadlineAt(20999)}, "??", Lines{}},
+      {"signInAcrossMidnightTimesOut", 0, "",
+       Steps{startAt(86399000), deadlineAt(0), deadlineAt(21000)}, "??",
+       Lines{"box : Timeout", "title No response", "box Terminal: Telvane not ready",
+             "title No connection"}},
       {"ackAnywhereInTheAnswerCounts", 0, "",
        Steps{startAt(0), bytesAt(100, "xy"), bytesAt(900, ACK + "z"), deadlineAt(1900)}, "??M0002",
        Lines{}},
@@ -107,7 +109,7 @@ TEST(TransferEngineSignIn, EndingsAndTheirBoxes) {
     Harness h(sendJob("AB"), inLanguage(row.language));
     h.engine().setPortErrorText(row.portError);
     h.run(row.steps);
-    const Lines shown = h.only({"box", "title"});
+    const Lines shown = h.only("box", "title");
     EXPECT_EQ(shown, row.boxesAndTitles);
     EXPECT_EQ(h.wire, row.wire);
     EXPECT_EQ(h.engine().finished(), !shown.empty());
@@ -116,29 +118,25 @@ TEST(TransferEngineSignIn, EndingsAndTheirBoxes) {
 }
 
 // The one repeat after any other reply is part of RepliesInPiecesGiveTheSameOutcomeAsWholeReplies.
-TEST(TransferEngineSend, RefusedStartIdentifierIsDeniedWithTheTitleLeftAlone) {
-  for (const int language : {0, 1}) {
-    Harness h(sendJob("AB"), inLanguage(language));
+// A refusal is "Denied" with the title left alone, so the sign-in counts it as done.
+TEST(TransferEngineSend, StartIdentifierRefusedOrNothingToSend) {
+  const std::vector<std::tuple<int, std::string, std::string, Lines>> rows = {
+      {0, "AB", NAK, Lines{"reply [nak]", "box Terminal: Option <Messages> is not implemented"}},
+      {1, "AB", NAK,
+       Lines{"reply [nak]", "box Terminal: Option <Messages> ist nicht implementiert"}},
+      {0, "", ACK, Lines{"reply [ACK]", "box Terminal: No data to transfer"}}};
+  for (const auto& [language, text, reply, shown] : rows) {
+    Harness h(sendJob(text, text.empty() ? "M0000" : "M0002"), inLanguage(language));
     h.signIn();
-    h.bytes(NAK, 2000);
-    EXPECT_EQ(h.wire, "M0002");
-    EXPECT_EQ(h.only({"reply", "box", "title"}),
-              (Lines{"reply [nak]",
-                     language == 0 ? "box Terminal: Option <Messages> is not implemented"
-                                   : "box Terminal: Option <Messages> ist nicht implementiert"}));
-    EXPECT_EQ(h.engine().comment(), "Denied");
+    h.bytes(reply, 2000);
+    EXPECT_EQ(h.wire, text.empty() ? "M0000" : "M0002");
+    EXPECT_EQ(h.only("reply", "box", "title"), shown);
     EXPECT_TRUE(h.engine().finished());
-    EXPECT_EQ(h.result(), 0);  // so the sign-in counts it as done
+    if (reply == NAK) {
+      EXPECT_EQ(h.engine().comment(), "Denied");
+    }
+    EXPECT_EQ(h.result(), 0);
   }
-}
-
-TEST(TransferEngineSend, EmptyDataStringSendsNothingAfterTheStartIdentifier) {
-  Harness h(sendJob("", "M0000"));
-  h.signIn();
-  h.bytes(ACK, 2000);
-  EXPECT_EQ(h.wire, "M0000");
-  EXPECT_EQ(h.only("box"), Lines{"box Terminal: No data to transfer"});
-  EXPECT_TRUE(h.engine().finished());
 }
 
 TEST(TransferEngineSend, FiveFailuresWithinOneDataStringEndTheTransfer) {
@@ -174,50 +172,30 @@ TEST(TransferEngineSend, FiveFailuresWithinOneDataStringEndTheTransfer) {
   }
 }
 
-TEST(TransferEngineSend, MissingFinalConfirmationGivesMessageFiveAndStillDone) {
-  const std::string five = "box Terminal: Transfer ok, but no final confirmation  [!]";
-  const std::vector<std::tuple<Step, Lines, Lines>> rows = {
-      {bytesAt(2200, NAK), Lines{five}, Lines{}},
-      {deadlineAt(23000), Lines{"box : Timeout", five},
-       Lines{"title No response", "title Download active"}}};
-  for (const auto& [step, boxes, titles] : rows) {
-    Harness h(sendJob("AB"));
-    h.signIn();
-    h.run({bytesAt(2000, ACK), bytesAt(2100, ACK)});
-    h.forget();
-    h.run({step});
-    EXPECT_EQ(h.only("box"), boxes);
-    EXPECT_EQ(h.only("title"), titles);
-    EXPECT_EQ(h.only("status"), Lines{"status Download done"});
-    EXPECT_EQ(h.engine().comment(), "done");
-    EXPECT_EQ(h.result(), 0);
-  }
-}
-
-TEST(TransferEngineSend, SilenceCancelAndALostLinkEndItAsCancel) {
-  const std::vector<std::pair<Step, Lines>> rows = {
-      {deadlineAt(23000), Lines{"box : Timeout", "title No response", "title Cancel"}},
-      {cancelAt(2050), Lines{"title Cancel"}},
-      {linkLostAt(2050), Lines{"box : Timeout", "title No response", "title Cancel"}}};
-  for (const auto& [step, shown] : rows) {
-    SCOPED_TRACE(step.kind);
-    Harness h(sendJob(std::string(64, 'A') + "B", "M0041"));
-    h.signIn();
-    h.bytes(ACK, 2000);
-    EXPECT_EQ(h.due(), 23000);
-    h.forget();
-    h.run({step});
-    EXPECT_EQ(h.only({"box", "title"}), shown);
-    EXPECT_EQ(h.engine().comment(), "Cancel");
-    EXPECT_EQ(h.only("busy"), Lines{"busy off"});
-    EXPECT_EQ(h.events.back(), "finished");
-    EXPECT_EQ(h.result(), 3);
-    // Nothing more happens once it is over.
-    h.forget();
-    h.run({bytesAt(2100, ACK), deadlineAt(40000)});
-    EXPECT_EQ(h.wire, "");
-    EXPECT_EQ(h.events, Lines{});
-    EXPECT_EQ(h.due(), std::nullopt);
+// The reply time-out counts whole seconds: more than 20 of them between the start and now.
+TEST(ReplyTimeout, CountsFromTheWholeSecond) {
+  using Probes = std::vector<std::pair<TimeOfDay, bool>>;  // moment, timed out
+  struct Row {
+    const char* name;
+    TimeOfDay begin;
+    TimeOfDay firstDeadline;
+    Probes probes;
+  };
+  const std::vector<Row> rows = {
+      // 20 s - 1 ms after the start still waits; 21 s after it has timed out.
+      {"halfwayIntoASecond", 10500, 31000,
+       Probes{{30499, false}, {30999, false}, {31000, true}, {31500, true}}},
+      // Begun at x.999 the wait still lasts just over 20 seconds: it ends at x+21.000.
+      {"lateInASecond", 10999, 31000, Probes{{30998, false}, {31000, true}}},
+      {"midnightMovesTheStartToTheNewDay", 86395500, 86400000,
+       Probes{{86399999, false}, {3, false}, {20999, false}, {21000, true}}},
+  };
+  for (const Row& row : rows) {
+    ReplyTimer timer;
+    timer.start(row.begin, 20000);
+    EXPECT_EQ(timer.deadline(), row.firstDeadline) << row.name;
+    for (const auto& [at, out] : row.probes)
+      EXPECT_EQ(timer.expired(at), out) << row.name << " at " << at;
   }
 }
 
