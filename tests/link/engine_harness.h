@@ -66,9 +66,7 @@ class Harness {
   explicit Harness(TransferJob job, EngineSettings settings = {})
       : m_engine(std::move(job), settings) {}
 
-  void start(TimeOfDay now) { run({startAt(now)}); }
   void bytes(const std::string& received, TimeOfDay now) { run({bytesAt(now, received)}); }
-  void deadline(TimeOfDay now) { run({deadlineAt(now)}); }
 
   // Every Bytes step is handed over in pieces of `piece` bytes (0: whole).
   void run(const Steps& steps, std::size_t piece = 0) {
@@ -90,13 +88,9 @@ class Harness {
   // from 1100 on (the start identifier or the request letter) and `events` is empty.
   void signIn() {
     run({startAt(0), bytesAt(100, ACK)});
-    forget();
-    deadline(1100);
+    wire.clear();
+    run({deadlineAt(1100)});
     events.clear();
-  }
-  // Answers every acknowledgement wait with ACK until the transfer ends.
-  void ackAll(TimeOfDay from) {
-    for (int i = 0; i < 1000 && !m_engine.finished(); ++i) bytes(ACK, from + 10 * i);
   }
   void forget() {
     wire.clear();

@@ -14,11 +14,11 @@ const std::string kVersionSum = "F4";
 
 TEST(TransferEngineRead, VersionReadStepByStep) {
   Harness h(readJob('v', "Version"));
-  h.start(0);
+  h.run({startAt(0)});
   EXPECT_EQ(h.events, (Lines{"comment Sign in ...", "progress 0", "log WRITE: ??"}));
   h.forget();
   h.bytes(ACK, 100);
-  h.deadline(1100);
+  h.run({deadlineAt(1100)});
   EXPECT_EQ(h.wire, "V");
   h.bytes("V000F", 1200);
   h.bytes(kVersionData + kVersionSum, 1300);

@@ -32,15 +32,15 @@ TEST(StartIdentifier, IsTheUpperCaseLetterAndTheLengthInHex) {
 
 TEST(TransferEngineSend, DownloadOfTwoCharactersStepByStep) {
   Harness h(sendJob("AB", "M0002"));
-  h.start(1000);
+  h.run({startAt(1000)});
   EXPECT_EQ(h.wire, "??");
   EXPECT_EQ(h.events, (Lines{"comment Sign in ...", "progress 0", "log WRITE: ??"}));
   h.forget();
   h.bytes(ACK, 1200);
   EXPECT_EQ(h.due(), 2200);  // the one-second pause after the answer
-  h.deadline(2199);
+  h.run({deadlineAt(2199)});
   EXPECT_EQ(h.wire, "");
-  h.deadline(2200);
+  h.run({deadlineAt(2200)});
   h.bytes(ACK, 2300);
   h.bytes(ACK, 2400);
   EXPECT_FALSE(h.engine().finished());  // the final confirmation comes separately

@@ -55,12 +55,14 @@ class Terminal {
   int m_fd;
 };
 
-TEST(SimPty, ServesADownloadBackAndKeepsItInTheStateFile) {
+// XDG_CONFIG_HOME points into the build tree for these tests (see CMakeLists.txt).
+TEST(SimPty, ServesADownloadBackKeepsItInTheStateFileAndRegistersItsPort) {
   QTemporaryDir dir;
   const QStringList state = {"--state", dir.filePath("module.state")};
   const std::string image = "00"s + "\xB6" + "4711" + "\xB6" + "\xFD";  // 253 ends the image
   {
-    SimModule sim("ttySIM-state", state);
+    SimModule sim("ttySIM-state", state + QStringList{"--register", "7"});
+    EXPECT_EQ(QSettings("Kestrix", "Kestrix").value("Ports/COM7").toString(), sim.link());
     EXPECT_TRUE(sim.pty().startsWith("/dev/pts/")) << sim.pty().toStdString();
     EXPECT_EQ(fs::read_symlink(sim.link().toStdString()).string(), sim.pty().toStdString());
     Terminal pc(sim.link());
@@ -73,19 +75,11 @@ TEST(SimPty, ServesADownloadBackAndKeepsItInTheStateFile) {
     EXPECT_EQ(sim.stop(), 0);
     EXPECT_FALSE(fs::exists(fs::symlink_status(sim.link().toStdString())));
   }
+  EXPECT_FALSE(QSettings("Kestrix", "Kestrix").contains("Ports/COM7"));
   SimModule sim("ttySIM-state-again", state);
   Terminal pc(sim.link());
   EXPECT_EQ(pc.exchange("P", 5), "P0009");
   EXPECT_EQ(pc.exchange("\x06", 11), image + "FE");
-}
-
-TEST(SimPty, RegistersItsLinkAsAPortNumberWhileItRuns) {
-  // XDG_CONFIG_HOME points into the build tree for this test (see CMakeLists.txt).
-  {
-    SimModule sim("ttySIM-register", {"--register", "7"});
-    EXPECT_EQ(QSettings("Kestrix", "Kestrix").value("Ports/COM7").toString(), sim.link());
-  }
-  EXPECT_FALSE(QSettings("Kestrix", "Kestrix").contains("Ports/COM7"));
 }
 
 TEST(SimPty, GivesUpExclusiveModeOnceThePcSpeaks) {

@@ -23,8 +23,6 @@ class SimModule {
     m_pty = QString::fromLocal8Bit(m_process.readLine()).trimmed();
   }
   ~SimModule() { stop(); }
-  SimModule(const SimModule&) = delete;
-  SimModule& operator=(const SimModule&) = delete;
 
   [[nodiscard]] const QString& link() const { return m_link; }
   [[nodiscard]] const QString& pty() const { return m_pty; }
