@@ -37,9 +37,8 @@ class ScriptedFiles : public FilePicker {
  private:
   QString next(const QString& title) {
     titles << title;
-    if (paths.empty()) return {};
-    QString path = paths.front();
-    paths.pop_front();
+    const QString path = paths.empty() ? QString() : paths.front();
+    if (!paths.empty()) paths.pop_front();
     return path;
   }
 };
@@ -149,22 +148,19 @@ inline std::function<QDialog*()> modal(const QString& name = {}) {
 // soon as it returns one. Nothing is left armed once the object goes out of scope.
 class WhenShown {
  public:
-  WhenShown(std::function<QDialog*()> find, std::function<void(QDialog*)> act)
-      : m_find(std::move(find)), m_act(std::move(act)) {
-    QObject::connect(&m_timer, &QTimer::timeout, [this] {
-      QDialog* dialog = ran ? nullptr : m_find();
-      if (!dialog) return;
-      ran = true;
-      m_timer.stop();
-      m_act(dialog);
+  WhenShown(std::function<QDialog*()> find, std::function<void(QDialog*)> act) {
+    QObject::connect(&m_timer, &QTimer::timeout, [this, find, act] {
+      if (QDialog* dialog = find()) {
+        ran = true;
+        m_timer.stop();
+        act(dialog);
+      }
     });
     m_timer.start(5);
   }
   bool ran = false;
 
  private:
-  std::function<QDialog*()> m_find;
-  std::function<void(QDialog*)> m_act;
   QTimer m_timer;
 };
 

@@ -75,8 +75,7 @@ void FileCommandsTest::saveAsReplaceQuestion() {
                               quillon::BoxIcon::Question, quillon::BoxButtons::YesNoCancel,
                               BoxAnswer::Yes};
   QCOMPARE(h.dialog.boxes, std::vector<quillon::Box>{expected});
-  QCOMPARE(h.files.titles.size(), dialogsShown);
-  QCOMPARE(h.files.titles.front(), QString("Save message file"));
+  QCOMPARE(h.files.titles, QStringList(dialogsShown, "Save message file"));
   QCOMPARE(h.files.filters.front(), QString("Message files (*.EAY)"));
   const QString target = savedOverOld ? old : other;
   QVERIFY(readFile(target).startsWith(kSavedStart));
@@ -114,7 +113,9 @@ void FileCommandsTest::openAsksToSaveFirst() {
 
   h.activate("tbOpen");
 
-  QCOMPARE(h.dialog.texts(), std::vector<std::string>{"Data changed. Save?"});
+  const quillon::Box saveFirst{"Kestrix", "Data changed. Save?", quillon::BoxIcon::Exclamation,
+                               quillon::BoxButtons::YesNo, BoxAnswer::Yes};
+  QCOMPARE(h.dialog.boxes, std::vector<quillon::Box>{saveFirst});
   QCOMPARE(h.files.titles, dialogTitles);
   QCOMPARE(project.messages.cell(1, 1), std::string("x"));
   QCOMPARE(project.messages.cell(1, 4), std::string("Erste Meldung"));
@@ -151,23 +152,20 @@ void FileCommandsTest::saveWritesTheFileAndNewKeepsItsName() {
 
 void FileCommandsTest::missingRecentFileIsRemoved() {
   QTemporaryDir files;
-  const QString missing = files.filePath("gone.EAY");
   const QString present = files.filePath("here.EAY");
   writeFile(present, "M@Da;\r\n");
   Harness h([&](QSettings& s) {
-    s.setValue("Settings/Recent1", missing);
+    s.setValue("Settings/Recent1", files.filePath("gone.EAY"));
     s.setValue("Settings/Recent2", present);
   });
-  auto* first = h.find<QAction>("MenuFileIns8");
 
-  first->trigger();
-
+  h.activate("MenuFileIns8");
   QCOMPARE(h.dialog.texts(), std::vector<std::string>{"File not found"});
   QCOMPARE(h.settings.value("Settings/Recent1").toString(), present);
   QVERIFY(!h.settings.contains("Settings/Recent2"));
   QVERIFY(!h.find<QAction>("MenuFileIns9")->isVisible());
 
-  first->trigger();
+  h.activate("MenuFileIns8");
   QCOMPARE(h.project().messages.cell(1, 4), std::string("Da"));
   QCOMPARE(h.window->state().currentFile, present);
 }

@@ -71,19 +71,6 @@ TEST(FlagCommandTest, TypingAndClearingAffectOnlyTheCurrentFlag) {
   EXPECT_EQ(ColourValue(FlagColour::White), 16777215U);
 }
 
-TEST(FlagCommandTest, ClearAllAsksFirst) {
-  for (const BoxAnswer answer : {BoxAnswer::Yes, BoxAnswer::No}) {
-    Project project;
-    ASSERT_TRUE(DataEasyLoad(project.flags, 9, "1;2"));
-    const FlagTable before = project.flags;
-    ScriptedDialog dialog({answer});
-    EXPECT_EQ(ClearAllFlags(project, textsIn(kEnglish), dialog), answer == BoxAnswer::Yes);
-    EXPECT_EQ(project.flags, answer == BoxAnswer::Yes ? FlagTable{} : before);
-    EXPECT_EQ(dialog.boxes, (std::vector<Box>{{"Kestrix", "Really clear all? ", BoxIcon::Question,
-                                               BoxButtons::YesNo, BoxAnswer::Yes}}));
-  }
-}
-
 TEST(FlagCommandTest, ChoosingAndLeavingFieldsShowRowsWithinBounds) {
   Project project({.lastMessageIndex = 399});
   project.messages.setCell(100, 4, "Hundert");
@@ -108,23 +95,6 @@ TEST(FlagCommandTest, ChoosingAndLeavingFieldsShowRowsWithinBounds) {
   page.messageLabel = "stale";
   EXPECT_EQ(LeaveMessageField(page, project), std::nullopt);
   EXPECT_EQ(page.messageLabel, "");
-}
-
-TEST(FlagCommandTest, AtMostOneReceptionFlag) {
-  Project project;
-  ScriptedDialog dialog;
-  FlagPage page = pageOn(4, project);
-  EXPECT_TRUE(SetReceptionFlag(page, project, textsIn(kEnglish), dialog));
-  EXPECT_EQ(project.flags.entries[4], "-2;-1");
-  EXPECT_EQ(LabelColour(project, 3), FlagColour::White);
-  page = pageOn(6, project);
-  EXPECT_FALSE(SetReceptionFlag(page, project, textsIn(kEnglish), dialog));
-  EXPECT_EQ(project.flags.entries[6], "-1;-1");
-  EXPECT_EQ(dialog.texts(),
-            std::vector<std::string>{"Reception flag is set already. First reset former flag."});
-  ClearFlag(pageOn(4, project), project);
-  EXPECT_TRUE(SetReceptionFlag(page, project, textsIn(kEnglish), dialog));
-  EXPECT_EQ(ReceptionFlag(project.flags), 6);
 }
 
 }  // namespace

@@ -23,8 +23,6 @@ TEST(CodePage, BytesAndTheirCharacters) {
 }
 
 TEST(CodePage, Utf8BothWays) {
-  EXPECT_EQ(cp1252ToUtf8("\xFC\x80\x85\xB0\x81"),
-            "\xC3\xBC\xE2\x82\xAC\xE2\x80\xA6\xC2\xB0\xC2\x81");
   struct Case {
     const char* name;
     std::string utf8;
@@ -39,6 +37,8 @@ TEST(CodePage, Utf8BothWays) {
       {"strayContinuationKept", "\x80x", "\x80x"},
   };
   for (const auto& c : cases) EXPECT_EQ(utf8ToCp1252(c.utf8), c.cp1252) << c.name;
+  EXPECT_EQ(cp1252ToUtf8("\xFC\x80\x85\xB0\x81"),
+            "\xC3\xBC\xE2\x82\xAC\xE2\x80\xA6\xC2\xB0\xC2\x81");
   std::string all;
   for (int b = 0; b < 256; ++b) all += static_cast<char>(b);
   EXPECT_EQ(utf8ToCp1252(cp1252ToUtf8(all)), all);

@@ -102,20 +102,6 @@ TEST(UiTextTable, SeventyTextsInSlotsUpTo172AndNoneElsewhere) {
   }
 }
 
-TEST(UiTexts, OnlyEnglishAndGermanChangeTheTable) {
-  UiTexts texts;
-  texts.fill(kFrench);
-  EXPECT_EQ(texts[35], "");  // a first start in French shows no texts at all
-  texts.fill(kGerman);
-  texts.fill(kFrench);
-  EXPECT_EQ(texts[35], "Daten ge\xE4ndert. Abspeichern ?");
-  texts.fill(kEnglish);
-  texts.fill(-1);
-  EXPECT_EQ(texts[35], "Data changed. Save?");
-  EXPECT_EQ(texts[-1], "");
-  EXPECT_EQ(texts[201], "");
-}
-
 TEST(ParseUiTexts, RowsOfAHandWrittenTable) {
   const std::string table =
       "slot\tenglish\tgerman\r\n"

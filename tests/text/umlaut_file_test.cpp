@@ -15,11 +15,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// A folder of its own per test, removed afterwards.
 class UmlautFileTest : public ::testing::Test {
  protected:
   void SetUp() override { fs::create_directories(m_dir); }
   void TearDown() override { fs::remove_all(m_dir); }
-
   const fs::path m_dir =
       fs::path(::testing::TempDir()) /
       ("quillon_umlaut_" +

@@ -8,8 +8,6 @@
 #include <sstream>
 
 #include "cli/cli.h"
-#include "project/project_file.h"
-#include "scripted_dialog.h"
 
 namespace quillon {
 namespace {
@@ -30,13 +28,10 @@ CliRun run(const std::vector<std::string>& arguments) {
 class CliPrintTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    Project project;
-    project.station = "M\xFChle";
-    project.messages.setCell(2, 1, "x");
-    project.messages.setCell(2, 3, "x");
-    project.messages.setCell(2, 4, "Tor offen");
-    testing::ScriptedDialog boxes;
-    ASSERT_TRUE(ProjectFileSave(path("MUEHLE.EAY"), project, boxes).ok);
+    // Message 2 with the acknowledgement and ring marks, station "Mühle".
+    QFile file(m_dir.filePath("MUEHLE.EAY"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("M@;\r\nMETor offen;\r\nL1;;0000;M\xFChle\r\n");
   }
   [[nodiscard]] std::string path(const char* name) const {
     return m_dir.filePath(QString::fromLatin1(name)).toStdString();

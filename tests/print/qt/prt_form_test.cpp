@@ -17,12 +17,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-UiTexts englishTexts() {
-  UiTexts texts;
-  texts.fill(kEnglish);
-  return texts;
-}
-
 QPushButton* okButton(PrtForm& form) {
   return form.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
 }
@@ -59,34 +53,28 @@ class PrtFormTest : public QObject {
       QTest::keyClicks(form->findChild<QLineEdit*>(u"txtMemo"_s), u"first"_s);
       okButton(*form)->click();
     });
-    service.showPrintDialog(nullptr, project, englishTexts(), projectPath);
+    UiTexts english;
+    english.fill(kEnglish);
+    service.showPrintDialog(nullptr, project, english, projectPath);
     QCOMPARE(suggested, dir.filePath(u"PUMPS.pdf"_s));
     QVERIFY(QFile::exists(suggested));
 
     QVERIFY(boxes.boxes.empty());
   }
 
-  void aFileThatCannotBeWrittenIsToldInOneBox_data() {
-    QTest::addColumn<int>("language");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("english") << int{kEnglish}
-                             << u"Printing failed: /nonexistent-quillon-dir/out.pdf"_s;
-    QTest::newRow("german") << int{kGerman}
-                            << u"Drucken nicht m\u00f6glich: /nonexistent-quillon-dir/out.pdf"_s;
-  }
   void aFileThatCannotBeWrittenIsToldInOneBox() {
-    QFETCH(int, language);
-    QFETCH(QString, text);
-    UiTexts texts;
-    texts.fill(language);
-    testing::ScriptedDialog boxes;
-    PrintService service(boxes);
-    QVERIFY(!service.print({{}, u"/nonexistent-quillon-dir/out.pdf"_s, {}, {}}, Project{}, texts,
-                           u"P.EAY"_s, QDate(2025, 1, 2)));
-    QCOMPARE(boxes.boxes.size(), std::size_t{1});
-    QCOMPARE(boxes.boxes[0].title, std::string("Kestrix"));
-    QCOMPARE(QString::fromLatin1(boxes.boxes[0].text), text);
-    QVERIFY(boxes.boxes[0].icon == BoxIcon::Critical);
+    const std::pair<int, QString> rows[] = {
+        {kEnglish, u"Printing failed: /nonexistent-quillon-dir/out.pdf"_s},
+        {kGerman, u"Drucken nicht m\u00f6glich: /nonexistent-quillon-dir/out.pdf"_s}};
+    for (const auto& [language, text] : rows) {
+      UiTexts texts;
+      texts.fill(language);
+      testing::ScriptedDialog boxes;
+      QVERIFY(!PrintService(boxes).print({{}, u"/nonexistent-quillon-dir/out.pdf"_s, {}, {}},
+                                         Project{}, texts, u"P.EAY"_s, QDate(2025, 1, 2)));
+      const Box expected{"Kestrix", text.toLatin1().toStdString(), BoxIcon::Critical};
+      QCOMPARE(boxes.boxes, std::vector<Box>{expected});
+    }
   }
 };
 
