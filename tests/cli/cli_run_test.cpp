@@ -10,22 +10,13 @@
 #include <gtest/gtest.h>
 
 #include "file_bytes.h"
+#include "transfer_bench.h"
 
 namespace quillon {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::readBytes;
-using testing::writeBytes;
-
-const std::string kP = "\xB6";
-const std::string kEnd = "\xFD";
-
-std::string repeat(const std::string& piece, int times) {
-  std::string out;
-  for (int i = 0; i < times; ++i) out += piece;
-  return out;
-}
+using namespace quillon::testing;
 
 // Every kind of data with something to convert: umlauts, options, filter, phones to clean, a
 // message of one character, PIN, flag.
@@ -99,14 +90,8 @@ TEST_F(CliRunTest, ExitCodesAndErrorOutput) {
        "Usage: quillon-cli [--lang en|de] COMMAND [ARGUMENTS]\n"
        "       quillon-cli COMMAND --help\n"
        "Try 'quillon-cli --help' for more information.\n"},
-      {"resaveWithOneFile", "resave a.EAY", 64,
-       "quillon-cli: resave takes 2 arguments, not 1\n"
-       "Usage: quillon-cli resave [--lang en|de] IN.EAY OUT.EAY\n"
-       "Try 'quillon-cli resave --help' for more information.\n"},
       {"pinRefused", "image P @ohne-pin.EAY", 65,
        "PIN is not valid. Download of the PIN is cancelled\n"},
-      {"pinRefusedInGerman", "image --lang de P @ohne-pin.EAY", 65,
-       "PIN ist ung\xC3\xBCltig. Download der PIN wird abgebrochen\n"},
       {"imageOfMissingFile", "image M @fehlt.EAY", 9, "File not found\n"},
       {"unknownKind", "image X @anlage.EAY", 64,
        "quillon-cli: unknown kind 'X': use M, T, P or Y\n" + imageUsage},
@@ -119,8 +104,6 @@ TEST_F(CliRunTest, ExitCodesAndErrorOutput) {
       {"downloadMissingFile", "download --port /x @fehlt.EAY", 9, "File not found"},
       {"uploadWithoutOutput", "upload --port /x", 64, "quillon-cli: upload needs -o OUT.EAY"},
       {"uploadMissingBase", "upload --port /x --into @fehlt.EAY -o @c.EAY", 9, "File not found"},
-      {"loggerUnknownOption", "logger --port /x --append", 64,
-       "quillon-cli: unknown option '--append'"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);

@@ -26,7 +26,6 @@ class IdentifyCommandTest : public QObject {
   void runs();
   void wrongCommandLines();
   void logsTheTrafficInTheCurrentDirectoryByteForByte();
-  void theCommandLineProgram();
 };
 
 namespace {
@@ -116,9 +115,6 @@ void IdentifyCommandTest::wrongCommandLines() {
       {{"--port"}, usage + "option --port needs a value"},
       {{"--port", "/x", "--reply-timeout", "soon"},
        usage + "--reply-timeout needs a number of seconds, not 'soon'"},
-      // --lang belongs to quillon-cli itself, which names no command.
-      {{"--port", "/x", "--lang", "fr"}, "64 quillon-cli: unknown language 'fr': use en or de"},
-      {{"--port", "/x", "--speed", "9600"}, usage + "unknown option '--speed'"},
       {{"--port", "/nonexistent/ttySIM", "--yes"},
        "1 Cannot open /nonexistent/ttySIM: No such file or directory"},
       {{"--port", "COM15", "--yes"}, "1 No device for port COM15"}};
@@ -155,23 +151,6 @@ void IdentifyCommandTest::logsTheTrafficInTheCurrentDirectoryByteForByte() {
                                       "READ: 007B090300003E<253>\r\n"
                                       "LESEN: 007B090300003E<253>F4\r\n"
                                       "SCHREIBEN: <6>\r\n"));
-}
-
-void IdentifyCommandTest::theCommandLineProgram() {
-  SimProcess sim(QStringLiteral("ttySIM-cli-program"),
-                 {"--messages", "400", "--firmware", "2", "--bus", "4", "--device-type", "2"});
-  QProcess cli;
-  cli.start(QStringLiteral(QUILLON_CLI),
-            {"identify", "--lang", "de", "--yes", "--port", sim.link(), "--reply-timeout", "3"});
-  QVERIFY(cli.waitForFinished(10000));
-  // A wrong module is still shown, and the conflict gives the exit code 7.
-  QCOMPARE(cli.exitCode(), 7);
-  QCOMPARE(QString::fromUtf8(cli.readAllStandardOutput()),
-           QString("Version: 2 (nicht lesbar)\nBus type: EASY400\nDevice: Quessa\n"
-                   "Firmware: Alarmieren\nNuber of messages: 400\nNumber of phone nrs.: 60\n"
-                   "Reply: 0002040201003E\n"));
-  QCOMPARE(QString::fromUtf8(cli.readAllStandardError()),
-           QString::fromUtf8("Kestrix ist auf falsches Gerät eingestellt\n"));
 }
 
 }  // namespace quillon

@@ -82,7 +82,6 @@ Project loadProject(const QString& path) {
 void writeFile(const QString& path, const std::string& bytes) {
   testing::writeBytes(path.toStdString(), bytes);
 }
-
 struct CliRun {
   int exitCode = -1;
   QByteArray out;
@@ -101,9 +100,7 @@ CliRun runCli(const QStringList& arguments) {
 struct Rig : StatusDisplay, TransferObserver {
   explicit Rig(const QString& device, TimeOfDay replyTimeout = 3000) {
     link.setPort(PortId{0, device});
-    EngineSettings settings;
-    settings.replyTimeout = replyTimeout;
-    link.setEngineSettings(settings);
+    link.setEngineSettings(EngineSettings{.replyTimeout = replyTimeout});
     link.setObserver(this);
     texts.fill(kEnglish);
   }

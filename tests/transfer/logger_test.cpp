@@ -17,46 +17,30 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(LoggerLines, CarriageReturnGetsALineFeed) {
-  const std::pair<std::string, std::string> rows[] = {
-      {"12:00 SMS an 1", "12:00 SMS an 1"},
-      {"A\rB\r", "A\r\nB\r\n"},
-      {"A\r\nB", "A\r\n\nB"},  // a line feed already there is kept
-      {"\r\r", "\r\n\r\n"}};
-  for (const auto& [received, shown] : rows) EXPECT_EQ(loggerLines(received), shown) << received;
-}
-
 TEST(ReadLogger, ResultHandlingIsGermanInEveryLanguage) {
   const Box fragments{"Option Alarmmodul",
                       "Beim Auslesen trat ein Fehler auf. Sollen die Datenfragmente trotzdem "
                       "weiterbearbeitet werden ?",
                       BoxIcon::Critical, BoxButtons::YesNo, BoxAnswer::No};
+  // Every CR gets a line feed, even one that already has it.
+  const std::string kLines = "A\r\nB\r\n\nC\r\n\r\n";
   struct Row {
     const char* name;
-    int openResult;
-    const char* title;  // none: the module answers the identity request as the wrong one
+    const char* title;
     BoxAnswer answer;
     int result;
     std::vector<Box> boxes;
     std::string monitor;
   };
   const Row rows[] = {
-      {"readWell", 0, "", BoxAnswer::No, 0, {}, "x\r\ny"},
-      {"portNotOpened", 1, "", BoxAnswer::Yes, 1, {kNoConnection}, "old"},
-      {"timeoutDeclined", 0, "Timeout", BoxAnswer::No, 4, {fragments}, "old"},
-      {"cancelAccepted", 0, "Cancel", BoxAnswer::Yes, 3, {fragments}, "x\r\ny"},
-      {"versionConflict", 0, nullptr, BoxAnswer::Yes, 7, {kWrongModuleBox}, "old"},
+      {"readWell", "", BoxAnswer::No, 0, {}, kLines},
+      {"timeoutDeclined", "Timeout", BoxAnswer::No, 4, {fragments}, "old"},
+      {"cancelAccepted", "Cancel", BoxAnswer::Yes, 3, {fragments}, kLines},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     Bench bench(kEnglish);
-    bench.port.openResult = row.openResult;
-    if (row.title == nullptr) {
-      bench.session.identityRead = false;
-      bench.port.script("", kWrongModule);
-    } else {
-      bench.port.script(row.title, "x\ry\xFD");
-    }
+    bench.port.script(row.title, "A\rB\r\nC\r\r\xFD");
     bench.dialog.answer(row.answer);
     std::string monitor = "old";
     int result = -1;
@@ -64,7 +48,6 @@ TEST(ReadLogger, ResultHandlingIsGermanInEveryLanguage) {
     EXPECT_EQ(result, row.result);
     EXPECT_EQ(bench.dialog.boxes, row.boxes);
     EXPECT_EQ(monitor, row.monitor);
-    EXPECT_EQ(bench.identificationShown.size(), row.result == 7 ? 1U : 0U);
     if (row.result == 0) {
       EXPECT_EQ(bench.jobKinds(), "l");
       EXPECT_EQ(bench.port.jobs[0].contentLabel, "Reading Logger");

@@ -20,8 +20,6 @@ inline const std::string kP = "\xB6";  // pad and separator
 inline const std::string kEnd = "\xFD";
 // The identity of a module of device type 0: the wrong one.
 inline const std::string kWrongModule = "0064000000003E\xFD";
-inline const Box kWrongModuleBox{"Version", "Kestrix ist auf falsches Ger\xE4t eingestellt"};
-inline const Box kNoConnection{"Kestrix", "Keine Verbindung !", BoxIcon::Critical};
 
 class FakeLinkPort : public LinkPort {
  public:
@@ -36,11 +34,9 @@ class FakeLinkPort : public LinkPort {
     return next;
   }
   [[nodiscard]] std::string portStatusText() const override { return "COM1 9600,N,8,1"; }
-
   // An empty title stands for the job's own title: the transfer went well.
   void script(const std::string& title, std::string received = {}) {
-    TransferOutcome outcome;
-    outcome.title = title;
+    TransferOutcome outcome{title, {}};
     outcome.received[0] = std::move(received);
     outcomes.push_back(std::move(outcome));
   }
