@@ -38,15 +38,9 @@ QIcon iconOf(const Painter& paint) {
 }
 
 void page(QPainter& p) {
-  QPainterPath path;
-  path.moveTo(7, 3);
-  path.lineTo(20, 3);
-  path.lineTo(26, 9);
-  path.lineTo(26, 29);
-  path.lineTo(7, 29);
-  path.closeSubpath();
   p.setBrush(kPaper);
-  p.drawPath(path);
+  p.drawPolygon(
+      QPolygonF({QPointF(7, 3), QPointF(20, 3), QPointF(26, 9), QPointF(26, 29), QPointF(7, 29)}));
   p.drawPolyline(QPolygonF({QPointF(20, 3), QPointF(20, 9), QPointF(26, 9)}));
 }
 
@@ -92,35 +86,16 @@ void drawNew(QPainter& p) {
 
 void drawOpen(QPainter& p) {
   p.setBrush(kAmber.darker(115));
-  QPainterPath back;
-  back.moveTo(3, 27);
-  back.lineTo(3, 7);
-  back.lineTo(11, 7);
-  back.lineTo(14, 10);
-  back.lineTo(26, 10);
-  back.lineTo(26, 27);
-  back.closeSubpath();
-  p.drawPath(back);
+  p.drawPolygon(QPolygonF({QPointF(3, 27), QPointF(3, 7), QPointF(11, 7), QPointF(14, 10),
+                           QPointF(26, 10), QPointF(26, 27)}));
   p.setBrush(kAmber);
-  QPainterPath front;
-  front.moveTo(3, 27);
-  front.lineTo(8, 15);
-  front.lineTo(30, 15);
-  front.lineTo(26, 27);
-  front.closeSubpath();
-  p.drawPath(front);
+  p.drawPolygon(QPolygonF({QPointF(3, 27), QPointF(8, 15), QPointF(30, 15), QPointF(26, 27)}));
 }
 
 void drawSave(QPainter& p) {
   p.setBrush(kBlue);
-  QPainterPath disk;
-  disk.moveTo(4, 4);
-  disk.lineTo(24, 4);
-  disk.lineTo(28, 8);
-  disk.lineTo(28, 28);
-  disk.lineTo(4, 28);
-  disk.closeSubpath();
-  p.drawPath(disk);
+  p.drawPolygon(
+      QPolygonF({QPointF(4, 4), QPointF(24, 4), QPointF(28, 8), QPointF(28, 28), QPointF(4, 28)}));
   p.setBrush(kPaper);
   p.drawRect(QRectF(9, 4, 13, 8));
   p.drawRect(QRectF(8, 17, 16, 11));
