@@ -97,7 +97,6 @@ class Anfang : public QMainWindow, public AppShell {
   QWidget* buildPhonesPage();
   QTableView* buildTable(TableKind kind, ProjectTableModel* model, const char* name);
   void startUp();
-  void applyPlacement();
   void applyCaptions();
   void refreshTitle();
   void refreshSingleValues();

@@ -67,7 +67,6 @@ class ModuleCommands : public QObject, public DeviceCommands {
   void closePort() override;
 
   [[nodiscard]] Term& term() { return *m_term; }
-  [[nodiscard]] SerialLink& serialLink() { return m_serial; }
   // The result 0..7 of the last download or upload command.
   [[nodiscard]] int lastResult() const { return m_lastResult; }
 

@@ -70,7 +70,6 @@ SmscListDialog::SmscListDialog(AppState& state, QWidget* parent) : QDialog(paren
 }
 
 void SmscListDialog::choose(int row) {
-  m_chosen = row;
   QGuiApplication::clipboard()->setText(toQString(smsCentreClipboardText(row)));
   m_state.project.smsCentre = std::string(smsCentreAt(row).number);
   m_state.project.changed = true;

@@ -16,15 +16,11 @@ class SmscListDialog : public QDialog {
  public:
   explicit SmscListDialog(AppState& state, QWidget* parent = nullptr);
 
-  // The list row chosen (1..55), or 0 when the list was closed without a choice.
-  [[nodiscard]] int chosenRow() const { return m_chosen; }
-
  private:
   void choose(int row);
 
   AppState& m_state;
   QTableWidget* m_table = nullptr;
-  int m_chosen = 0;
 };
 
 }  // namespace quillon::app::device
