@@ -51,7 +51,8 @@ int DecodeIdentity(std::string_view reply, DeviceIdentity& identity, ModuleLimit
   };
   int conflicts = 0;
   // The reply as the module sent it, without the end mark that frames its last block.
-  identity.raw = std::string(reply.substr(0, reply.find(kEndOfBlock)));
+  identity.raw = std::string(reply);
+  if (!identity.raw.empty() && identity.raw.back() == kEndOfBlock) identity.raw.pop_back();
 
   identity.version = FirmwareVersionText(field(1, 4));
   identity.bus = lookUp(kBusTypes, field(5, 2));

@@ -36,7 +36,7 @@ std::string ReadIdentity(LinkContext& context) {
   if (outcome.title == kStatusVersionConflict) return outcome.title;
   context.status.setStatus(StatusPanel::Transfer, " Version-Lesen erfolgreich");
   // A refused request leaves the reply empty; decoding it then reports the wrong device.
-  const int conflicts = DecodeIdentity(outcome.receivedText(), identity, context.limits,
+  const int conflicts = DecodeIdentity(receivedDataText(outcome), identity, context.limits,
                                        context.session.expectedPhoneCount, context.dialog);
   return conflicts != 0 ? kStatusVersionConflict : outcome.title;
 }

@@ -61,6 +61,12 @@ inline constexpr std::size_t kReceiveBoxCapacity = 16000;
 struct TransferOutcome {
   std::string title;                                // the final transfer status text
   std::array<std::string, kReceiveBoxes> received;  // Empfang .. Empfang5
+  // The module refused the start identifier or the request ("Denied"). The title does not say
+  // so: SignIn reports such a transfer as 0.
+  bool refused = false;
+  // Where in receivedText() an end-of-block character closed a block. A module may close every
+  // block so, not only the last one.
+  std::vector<std::size_t> blockEnds = {};
 
   [[nodiscard]] std::string receivedText() const {
     std::string all;
@@ -68,6 +74,11 @@ struct TransferOutcome {
     return all;
   }
 };
+
+// The receive boxes without the end marks that closed any block but the last: what the module
+// holds, as one image, however it framed its blocks.
+[[nodiscard]] std::array<std::string, kReceiveBoxes> receivedData(const TransferOutcome& outcome);
+[[nodiscard]] std::string receivedDataText(const TransferOutcome& outcome);
 
 struct EngineSettings {
   int blockLength = 64;

@@ -1,5 +1,7 @@
 #include "link/transfer_engine.h"
 
+#include <utility>
+
 #include "link/block_checksum.h"
 #include "link/hex_field.h"
 #include "link/start_identifier.h"
@@ -78,6 +80,9 @@ void TransferEngine::onBytes(std::string_view bytes, TimeOfDay now) {
   // A wait whose time has run out ends before anything that arrives at the same moment.
   advanceTime(now);
   if (finished()) return;
+  // Every piece a wait returns is logged as it came; the checksum characters after an
+  // end-of-block are read raw and appear only in the block's own line.
+  if (m_stage != Stage::BlockTail) logRead(std::string(bytes));
   m_input.append(bytes);
   pump(now);
 }
@@ -177,8 +182,9 @@ void TransferEngine::advanceTime(TimeOfDay now) {
   }
 }
 
-// Takes from the input whatever the current stage can use. Collecting stages take one byte at a
-// time, so a reply gives the same result however the port cuts it into pieces.
+// Takes from the input whatever the current stage can use. A wait for an acknowledgement or a
+// count takes everything that has arrived, as one read of the port does; the block reader takes
+// one byte at a time, so a block gives the same result however the port cuts it into pieces.
 void TransferEngine::pump(TimeOfDay now) {
   while (!m_input.empty()) {
     switch (m_stage) {
@@ -198,18 +204,16 @@ void TransferEngine::pump(TimeOfDay now) {
         onFinalReply(takeAcknowledge());
         break;
       case Stage::CountReply:
-        onCountByte(takeByte(), now);
+        onCountReply(takeAll(), now);
         break;
       case Stage::BlockHead: {
         const char byte = takeByte();
         m_collected += byte;
         m_replyTimer.start(now, m_settings.replyTimeout);
         if (byte == kEndOfBlock) {
-          logRead(m_collected);
           m_headLength = m_collected.size();
           m_stage = Stage::BlockTail;
         } else if (m_collected.size() > static_cast<std::size_t>(m_settings.blockLength) + 1) {
-          logRead(m_collected);
           finishBlock(now);
         }
         break;
@@ -230,10 +234,12 @@ char TransferEngine::takeByte() {
   return byte;
 }
 
-// ReadAcknowledge: one character answers one block.
+std::string TransferEngine::takeAll() { return std::exchange(m_input, {}); }
+
+// ReadAcknowledge: one read answers one block, and its last character decides. Noise in front of
+// an ACK is therefore an ACK, and a NAK that follows an ACK in the same read is a NAK.
 int TransferEngine::takeAcknowledge() {
-  const char byte = takeByte();
-  logRead(std::string(1, byte));
+  const char byte = takeAll().back();
   if (byte == kAck) {
     emit(event(Kind::Reply, "[ACK]"));
     return kAckCode;
@@ -257,20 +263,22 @@ void TransferEngine::timeOut(TimeOfDay now) {
       signInFailed(kSignInTimedOut);
       return;
     case Stage::StartReply:
-    case Stage::StartRepeatReply:
     case Stage::BlockReply:
-      cancelSending();
+      // The title stays "No response": the module went quiet, nobody cancelled.
+      stopSending();
+      return;
+    case Stage::StartRepeatReply:
+      // The one repeat of the start identifier is followed by the blocks, whatever came back.
+      onStartReply(kNoReplyCode, now);
       return;
     case Stage::FinalReply:
       onFinalReply(kNoReplyCode);
       return;
     case Stage::CountReply:
-      logRead(m_collected);
       countDone(0, now);
       return;
     case Stage::BlockHead:
     case Stage::BlockTail:
-      if (m_stage == Stage::BlockHead) logRead(m_collected);
       setTitle(kStatusTimeout);
       setBusy(false);
       finish();
@@ -293,7 +301,6 @@ void TransferEngine::judgeSignIn(TimeOfDay now) {
   std::string reply;
   reply.swap(m_input);
   m_pauseStart.reset();
-  logRead(reply);
   if (reply.find(kAck) != std::string::npos) {
     if (m_job.sending()) {
       beginSending(now);
@@ -344,6 +351,7 @@ void TransferEngine::onStartReply(int code, TimeOfDay now) {
     beginDataString(1, now);
   } else if (code == kNakCode) {
     setComment("Denied");
+    m_outcome.refused = true;
     showBox("Option <" + m_job.contentLabel + m_messages[kMsgNotImplemented]);
     setBusy(false);
     finish();
@@ -433,11 +441,15 @@ void TransferEngine::finishSending() {
   finish();
 }
 
-// A send that cannot go on ends as a cancelled one: the caller must not report success.
+// Five failed attempts end the send as a cancelled one: the caller must not report success.
 void TransferEngine::cancelSending() {
+  setTitle(kStatusCancel);
+  stopSending();
+}
+
+void TransferEngine::stopSending() {
   m_cancelled = true;
   setComment(kStatusCancel);
-  setTitle(kStatusCancel);
   setBusy(false);
   finish();
 }
@@ -452,16 +464,14 @@ void TransferEngine::beginReading(TimeOfDay now) {
   expect(Stage::CountReply, now);
 }
 
-void TransferEngine::onCountByte(char byte, TimeOfDay now) {
-  m_collected += byte;
-  if (byte == kNak) {
-    logRead(m_collected);
+void TransferEngine::onCountReply(const std::string& piece, TimeOfDay now) {
+  m_collected += piece;
+  if (m_collected.find(kNak) != std::string::npos) {
     countDone(0, now);
     return;
   }
   const auto at = m_collected.find(upperLetter(m_job.requestLetter));
   if (at != std::string::npos && m_collected.size() >= at + 5) {
-    logRead(m_collected);
     countDone(hexPrefixValue(std::string_view(m_collected).substr(at + 1, 4)), now);
     return;
   }
@@ -473,6 +483,7 @@ void TransferEngine::countDone(unsigned count, TimeOfDay now) {
   write(std::string(1, kAck), kLogWrite);
   if (count == 0) {
     setComment("Denied");
+    m_outcome.refused = true;
     // This text is German in every language.
     showBox("Option <" + m_job.contentLabel + "> ist nicht implementiert");
     setBusy(false);
@@ -517,9 +528,9 @@ void TransferEngine::deliverBlock(const std::string& data, TimeOfDay now) {
   if (box.size() < kReceiveBoxCapacity) {
     box += data;
     emit(event(Kind::Received, data, {}, m_box));
+    m_received += data.size();
+    if (!data.empty() && data.back() == kEndOfBlock) m_outcome.blockEnds.push_back(m_received - 1);
   }
-  m_received = 0;
-  for (const auto& b : boxes) m_received += b.size();
   setProgress(percent(m_received, m_count));
   if (m_received >= m_count) {
     setBusy(false);

@@ -74,6 +74,7 @@ class TransferEngine {
   void timeOut(TimeOfDay now);
   void expect(Stage stage, TimeOfDay now);
   [[nodiscard]] char takeByte();
+  [[nodiscard]] std::string takeAll();
   [[nodiscard]] int takeAcknowledge();
 
   // Sign-in.
@@ -90,9 +91,10 @@ class TransferEngine {
   void onFinalReply(int code);
   void finishSending();
   void cancelSending();
+  void stopSending();
   // Reading.
   void beginReading(TimeOfDay now);
-  void onCountByte(char byte, TimeOfDay now);
+  void onCountReply(const std::string& piece, TimeOfDay now);
   void countDone(unsigned count, TimeOfDay now);
   void beginBlock(TimeOfDay now);
   void finishBlock(TimeOfDay now);

@@ -38,9 +38,9 @@ void ReadLogger(TransferContext& context, std::string& monitor, int& result) {
                       BoxAnswer::No};
   // This dialog speaks German in every language.
   if (!acceptUploadResult(context, result, kNoConnectionGerman, fragments)) return;
-  // The end mark of the module's last block is framing, not a character of the logger text.
-  std::string received = outcome.receivedText();
-  received.erase(std::min(received.find(kEndOfBlock), received.size()));
+  // End marks frame the module's blocks; they are not characters of the logger text.
+  std::string received = receivedDataText(outcome);
+  if (!received.empty() && received.back() == kEndOfBlock) received.pop_back();
   monitor = loggerLines(received);
 }
 

@@ -34,7 +34,7 @@ void messagesBody(TransferContext& context, int& result) {
                           languageFragmentsQuestion(context, kMainTitle)))
     return;
   ImageEnv env = context.imageEnv();
-  const MessagesParse parsed = parseMessages(outcome.received, context.project, env);
+  const MessagesParse parsed = parseMessages(receivedData(outcome), context.project, env);
   if (result != kResultOk) {
     context.setTransferStatus(context.texts[slot::kTextUploadFaulty]);
   } else if (parsed.endMarkSeen && !parsed.malformed) {
@@ -52,7 +52,7 @@ void phonesBody(TransferContext& context, int& result) {
                           languageFragmentsQuestion(context, kMainTitle)))
     return;
   ImageEnv env = context.imageEnv();
-  parsePhoneNumbers(outcome.receivedText(), context.project, env);
+  parsePhoneNumbers(receivedDataText(outcome), context.project, env);
 }
 
 void configurationBody(TransferContext& context, int& result) {
@@ -64,7 +64,7 @@ void configurationBody(TransferContext& context, int& result) {
     return;
   }
   ImageEnv env = context.imageEnv();
-  parseConfiguration(outcome.receivedText(), context.project, env);
+  parseConfiguration(receivedDataText(outcome), context.project, env);
   // Deliberately the explanation of the receive and send area, not the success text.
   context.setTransferStatus(context.texts[slot::kSlInSlOutExplanation]);
 }
@@ -77,7 +77,7 @@ void controllerDataBody(TransferContext& context, int& result) {
     return;
   }
   ImageEnv env = context.imageEnv();
-  parseControllerData(outcome.receivedText(), context.project.flags, env);
+  parseControllerData(receivedDataText(outcome), context.project.flags, env);
   if (result == kResultOk) {
     context.link.status.setStatus(StatusPanel::Port, context.link.port.portStatusText());
   }

@@ -57,6 +57,48 @@ TEST(TransferEngineSend, DownloadOfTwoCharactersStepByStep) {
   EXPECT_EQ(h.due(), std::nullopt);
 }
 
+// ReadAcknowledge looks at the last character of what one read brought: noise in front of an
+// ACK is an ACK, an ACK followed by a NAK is a NAK. "AB" goes out as one block, AB03.
+TEST(TransferEngineSend, OneReadIsOneReplyJudgedByItsLastCharacter) {
+  struct Row {
+    const char* name;
+    Steps steps;  // after the sign-in: start identifier reply, block replies, confirmation
+    std::string wire;
+    Lines repliesAndBoxes;
+    int result;
+  };
+  const std::string five = "box Terminal: Transfer ok, but no final confirmation  [!]";
+  const std::vector<Row> rows = {
+      {"noiseBeforeEachAck",
+       Steps{bytesAt(1200, "\xFF" + ACK), bytesAt(1300, std::string("\x00~", 2) + ACK),
+             bytesAt(1400, "?" + ACK)},
+       "M0002AB03", Lines{"reply [ACK]", "reply [ACK]", "reply [ACK]"}, 0},
+      {"nakThenAckIsAnAck", Steps{bytesAt(1200, ACK), bytesAt(1300, NAK + ACK), bytesAt(1400, ACK)},
+       "M0002AB03", Lines{"reply [ACK]", "reply [ACK]", "reply [ACK]"}, 0},
+      {"ackThenNakIsANak",
+       Steps{bytesAt(1200, ACK), bytesAt(1300, ACK + NAK), bytesAt(1400, ACK), bytesAt(1500, ACK)},
+       "M0002AB03AB03", Lines{"reply [ACK]", "reply [nak]", "reply [ACK]", "reply [ACK]"}, 0},
+      {"ackThenNoiseIsNeither",
+       Steps{bytesAt(1200, ACK + "z"), bytesAt(1300, ACK), bytesAt(1400, ACK), bytesAt(1500, ACK)},
+       "M0002M0002AB03", Lines{"reply [z]", "reply [ACK]", "reply [ACK]", "reply [ACK]"}, 0},
+      // The block's ACK and the confirmation in one read answer the block only; the wait for the
+      // confirmation then runs out, and the transfer still counts as done.
+      {"ackAndConfirmationInOneRead",
+       Steps{bytesAt(1200, ACK), bytesAt(1300, ACK + ACK), deadlineAt(21999), deadlineAt(22000)},
+       "M0002AB03", Lines{"reply [ACK]", "reply [ACK]", "box : Timeout", five}, 0},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    Harness h(sendJob("AB"));
+    h.signIn();
+    h.run(row.steps);
+    EXPECT_EQ(h.wire, row.wire);
+    EXPECT_EQ(h.only("reply", "box"), row.repliesAndBoxes);
+    EXPECT_EQ(h.engine().comment(), "done");
+    EXPECT_EQ(h.result(), row.result);
+  }
+}
+
 TEST(TransferEngineSignIn, EndingsAndTheirBoxes) {
   struct Row {
     const char* name;

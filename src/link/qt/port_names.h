@@ -18,12 +18,17 @@ struct PortId {
   QString device;  // what QSerialPort opens
 };
 
-// The device for port number n; empty when there is no such port.
-[[nodiscard]] QString deviceForPortNumber(int number);
+// False for a text that cannot name a device: empty, only blanks, or holding a control
+// character (a NUL above all, which the system would cut the name at).
+[[nodiscard]] bool isDeviceName(const QString& text);
+
+// The device for port number n; empty when there is no such port, or when the settings store
+// holds something for it that is no device name (then `why`, if given, says so).
+[[nodiscard]] QString deviceForPortNumber(int number, QString* why = nullptr);
 
 // "3" or "COM3" is port number 3; anything else is taken as a device path. nullopt when a
-// number maps to no device.
-[[nodiscard]] std::optional<PortId> resolvePort(const QString& text);
+// number maps to no device or the text names none; `why`, if given, then says why.
+[[nodiscard]] std::optional<PortId> resolvePort(const QString& text, QString* why = nullptr);
 
 // The settings-store side of rule 1.
 void registerPort(int number, const QString& device);

@@ -66,6 +66,10 @@ int SerialLink::openLinkPort() {
       m_portError = "No port selected";
       return 1;
     }
+    if (!isDeviceName(m_portId.device)) {
+      m_portError = "Not a device name";
+      return 1;
+    }
     m_port.setPortName(m_portId.device);
     if (!ApplyLineSettings(m_port, m_settings, m_handshaking)) {
       m_portError = "Invalid port settings: " + m_settings;
@@ -135,6 +139,7 @@ TransferOutcome SerialLink::runTransfer(const TransferJob& job) {
 
   TransferOutcome outcome = m_engine->outcome();
   m_engine.reset();
+  if (m_observer) m_observer->transferFinished(outcome);
   return outcome;
 }
 

@@ -13,6 +13,8 @@ class TransferObserver {
   // Every event of the transfer in order, up to and including Finished. A Box event is seen here
   // before the box is shown through the UserDialog.
   virtual void transferEvent(const TransferEvent& event) = 0;
+  // The window has closed with the port; `outcome` is what the caller reads back.
+  virtual void transferFinished(const TransferOutcome& outcome) { (void)outcome; }
 };
 
 }  // namespace quillon
