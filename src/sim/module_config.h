@@ -28,6 +28,15 @@ struct ModuleConfig {
   // The final confirmation of a download follows the last block's ACK after this pause, so the
   // PC reads the two as separate replies.
   SimTime finalAckDelay = 50;
+
+  // What a real line and a real module may do that the PC must survive.
+  int replyNoise = 0;            // noise bytes in front of every ACK, NAK and count, same write
+  bool mergedFinalAck = false;   // the last block's ACK and the final confirmation in one write
+  bool oddStartReply = false;    // a start identifier is first answered by neither ACK nor NAK
+  bool muteStartRepeat = false;  // ... and its repeat is taken without an answer
+  bool endEveryBlock = false;    // every block sent ends with the end-of-block character
+  bool ignoreVersion = false;    // the version request goes unanswered
+  unsigned splitSeed = 0;        // writes cut at random points from this seed; 0 whole
 };
 
 }  // namespace quillon::sim

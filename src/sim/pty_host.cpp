@@ -63,6 +63,7 @@ PtyHost::PtyHost(const SimOptions& options, ModuleMemory& memory, TelvaneModule&
       m_module(module),
       m_inbound(options.module.baud),
       m_outbound(options.module.baud) {
+  if (options.module.splitSeed != 0) m_splitter.emplace(options.module.splitSeed);
   m_clock.start();
   m_timer.setSingleShot(true);
   m_timer.setTimerType(Qt::PreciseTimer);
@@ -215,21 +216,35 @@ void PtyHost::pump() {
     }
     if (m_module.takeMemoryChanged()) saveState();
     if (const std::string sent = m_outbound.take(t); !sent.empty()) {
-      trace("SIM <", sent);
-      m_unwritten += sent;
-      writeMaster();
+      if (m_splitter)
+        m_splitter->push(sent);
+      else
+        send(sent);
       moved = true;
+    }
+    if (m_splitter) {
+      if (const std::string piece = m_splitter->take(t); !piece.empty()) {
+        send(piece);
+        moved = true;
+      }
     }
     if (!moved) break;
   }
   std::optional<SimTime> next = m_module.deadline();
-  for (const auto& line : {m_inbound.deadline(), m_outbound.deadline()}) {
+  const auto split = m_splitter ? m_splitter->deadline() : std::nullopt;
+  for (const auto& line : {m_inbound.deadline(), m_outbound.deadline(), split}) {
     if (line && (!next || *line < *next)) next = line;
   }
   if (next)
     m_timer.start(static_cast<int>(std::clamp<SimTime>(*next - now(), 0, 24 * 3600 * 1000)));
   else
     m_timer.stop();
+}
+
+void PtyHost::send(const std::string& bytes) {
+  trace("SIM <", bytes);
+  m_unwritten += bytes;
+  writeMaster();
 }
 
 void PtyHost::trace(const char* direction, const std::string& bytes) const {

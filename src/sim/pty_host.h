@@ -10,12 +10,14 @@
 #include <QString>
 #include <QTimer>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "sim/module_memory.h"
 #include "sim/paced_line.h"
 #include "sim/sim_options.h"
 #include "sim/telvane_module.h"
+#include "sim/write_splitter.h"
 
 namespace quillon::sim {
 
@@ -39,6 +41,7 @@ class PtyHost : public QObject {
   void readSignal();
   void pump();
   void trace(const char* direction, const std::string& bytes) const;
+  void send(const std::string& bytes);
   void saveState();
   void cleanUp();
   [[nodiscard]] SimTime now() const { return m_clock.elapsed(); }
@@ -48,6 +51,7 @@ class PtyHost : public QObject {
   TelvaneModule& m_module;
   PacedLine m_inbound;
   PacedLine m_outbound;
+  std::optional<WriteSplitter> m_splitter;
   std::string m_unwritten;
 
   int m_master = -1;

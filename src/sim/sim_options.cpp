@@ -33,6 +33,18 @@ const std::map<std::string, NumberOption>& numberOptions() {
       {"--nak-every", {0, 1'000'000, &ModuleConfig::nakEvery}},
       {"--corrupt-every", {0, 1'000'000, &ModuleConfig::corruptEvery}},
       {"--silent-after", {0, 1'000'000, &ModuleConfig::silentAfter}},
+      {"--reply-noise", {0, 1000, &ModuleConfig::replyNoise}},
+  };
+  return options;
+}
+
+const std::map<std::string, bool ModuleConfig::*>& flagOptions() {
+  static const std::map<std::string, bool ModuleConfig::*> options = {
+      {"--merged-final-ack", &ModuleConfig::mergedFinalAck},
+      {"--odd-start-reply", &ModuleConfig::oddStartReply},
+      {"--mute-start-repeat", &ModuleConfig::muteStartRepeat},
+      {"--end-every-block", &ModuleConfig::endEveryBlock},
+      {"--ignore-version", &ModuleConfig::ignoreVersion},
   };
   return options;
 }
@@ -50,17 +62,21 @@ bool parseSimOptions(const std::vector<std::string>& args, SimOptions& options,
       name.resize(eq);
       hasValue = true;
     }
-    if (name == "--trace" || name == "--help" || name == "-h") {
+    const auto flag = flagOptions().find(name);
+    if (name == "--trace" || name == "--help" || name == "-h" || flag != flagOptions().end()) {
       if (hasValue) {
         error = name + " takes no value";
         return false;
       }
-      (name == "--trace" ? options.trace : options.help) = true;
+      if (flag != flagOptions().end())
+        options.module.*(flag->second) = true;
+      else
+        (name == "--trace" ? options.trace : options.help) = true;
       continue;
     }
     const bool known = numberOptions().contains(name) || name == "--link" || name == "--register" ||
-                       name == "--messages" || name == "--logger" || name == "--refuse" ||
-                       name == "--state";
+                       name == "--split-writes" || name == "--messages" || name == "--logger" ||
+                       name == "--refuse" || name == "--state";
     if (!known) {
       error = "unknown option " + name;
       return false;
@@ -90,6 +106,13 @@ bool parseSimOptions(const std::vector<std::string>& args, SimOptions& options,
         error = bad;
         return false;
       }
+    } else if (name == "--split-writes") {
+      int seed = 0;
+      if (!parseNumber(value, 1, 1'000'000'000, seed)) {
+        error = bad;
+        return false;
+      }
+      options.module.splitSeed = static_cast<unsigned>(seed);
     } else if (name == "--refuse") {
       std::string letters;
       for (char c : value) {
@@ -131,6 +154,19 @@ std::string simUsage() {
          "  --corrupt-every N     sends every Nth block with a wrong checksum\n"
          "  --silent-after N      answers nothing after N blocks\n"
          "  --refuse LETTERS      answers NAK to these start identifiers and request letters\n"
+         "\n"
+         "What a real line and module may do:\n"
+         "  --reply-noise N       N noise bytes in front of every ACK, NAK and count, in the\n"
+         "                        same write\n"
+         "  --merged-final-ack    the last block's ACK and the final confirmation in one write\n"
+         "  --odd-start-reply     answers a start identifier first with a character that is\n"
+         "                        neither ACK nor NAK, and takes the PC's one repeat\n"
+         "  --mute-start-repeat   with --odd-start-reply: takes the repeat without an answer\n"
+         "  --end-every-block     ends every block it sends with 253, not only the last\n"
+         "  --split-writes SEED   cuts what it writes into pieces at random points\n"
+         "                        (reproducible for a SEED from 1 up)\n"
+         "  --ignore-version      leaves the version request unanswered\n"
+         "\n"
          "  --state FILE          keeps the module's memory across runs\n"
          "  --trace               every byte both ways on stderr\n"
          "\n"

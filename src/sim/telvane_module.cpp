@@ -50,16 +50,31 @@ std::string versionReply(const ModuleConfig& config) {
          field(config.phones + 2, 2);
 }
 
-std::vector<std::string> uploadBlocks(std::string_view data) {
+std::vector<std::string> uploadBlocks(std::string_view data, bool endEveryBlock) {
   std::string rest(data);
-  if (rest.empty() || rest.back() != kEndOfBlock) rest += kEndOfBlock;
+  if (endEveryBlock) {
+    // The image's own end mark becomes the last block's.
+    if (!rest.empty() && rest.back() == kEndOfBlock) rest.pop_back();
+  } else if (rest.empty() || rest.back() != kEndOfBlock) {
+    rest += kEndOfBlock;
+  }
   std::vector<std::string> blocks;
-  for (std::size_t at = 0; at < rest.size(); at += kBlockData) {
+  std::size_t at = 0;
+  do {
     std::string block = rest.substr(at, kBlockData);
+    if (endEveryBlock) block += kEndOfBlock;
     block += BlockChecksum(block);
     blocks.push_back(std::move(block));
-  }
+    at += kBlockData;
+  } while (at < rest.size());
   return blocks;
+}
+
+std::string lineNoise(int count) {
+  static constexpr char kNoise[] = {'\x00', '\xFF', '~', '\x7F'};
+  std::string noise;
+  for (int i = 0; i < count; ++i) noise += kNoise[static_cast<std::size_t>(i) % sizeof kNoise];
+  return noise;
 }
 
 TelvaneModule::TelvaneModule(ModuleConfig config, ModuleMemory& memory, std::string logger)
@@ -105,7 +120,7 @@ void TelvaneModule::parseCommands(SimTime now) {
       if (m_input.size() < 2) break;
       if (m_input[1] == '?') {
         m_input.erase(0, 2);
-        reply(std::string(1, kAck));
+        answer(std::string(1, kAck));
       } else {
         m_input.erase(0, 1);
       }
@@ -118,12 +133,12 @@ void TelvaneModule::parseCommands(SimTime now) {
     }
     if (letter == 'V' || letter == 'L') {
       m_input.erase(0, 1);
-      startUpload(letter);
+      if (letter != 'V' || !m_config.ignoreVersion) startUpload(letter);
       continue;
     }
     if (!ModuleMemory::holdsKind(letter)) {
       m_input.erase(0, 1);
-      reply(std::string(1, kNak));
+      answer(std::string(1, kNak));
       continue;
     }
     std::size_t digits = 0;
@@ -140,7 +155,7 @@ void TelvaneModule::parseCommands(SimTime now) {
       if (digits == 0)
         startUpload(letter);
       else
-        reply(std::string(1, kNak));
+        answer(std::string(1, kNak));
     } else {
       break;  // more may be on its way
     }
@@ -157,7 +172,7 @@ void TelvaneModule::expireCommand() {
   if (bareLetter)
     startUpload(letter);
   else if (partialIdentifier)
-    reply(std::string(1, kNak));
+    answer(std::string(1, kNak));
 }
 
 bool TelvaneModule::refuses(char letter) const {
@@ -166,10 +181,17 @@ bool TelvaneModule::refuses(char letter) const {
 
 void TelvaneModule::startDownload(char kind, std::size_t length, SimTime now) {
   if (refuses(kind)) {
-    reply(std::string(1, kNak));
+    answer(std::string(1, kNak));
     return;
   }
-  reply(std::string(1, kAck));
+  if (m_config.oddStartReply && !m_oddAnswered) {
+    // Not understood: the PC says it once more.
+    m_oddAnswered = true;
+    reply("X");
+    return;
+  }
+  const bool repeat = std::exchange(m_oddAnswered, false);
+  if (!(repeat && m_config.muteStartRepeat)) answer(std::string(1, kAck));
   if (length == 0) return;  // the PC has nothing to send after all
   m_kind = kind;
   m_expected = length;
@@ -189,11 +211,17 @@ void TelvaneModule::receiveBlocks(SimTime now) {
     ++m_blocksIn;
     const bool forcedNak = m_config.nakEvery > 0 && m_blocksIn % m_config.nakEvery == 0;
     if (forcedNak || checksum != BlockChecksum(data)) {
-      reply(std::string(1, kNak));
+      answer(std::string(1, kNak));
       continue;
     }
     m_received += data;
-    reply(std::string(1, kAck));
+    if (m_received.size() == m_expected && m_config.mergedFinalAck) {
+      answer(std::string(2, kAck));
+      m_input.clear();
+      finishDownload();
+      return;
+    }
+    answer(std::string(1, kAck));
     if (m_received.size() == m_expected) {
       m_state = State::FinalPending;
       m_finalDeadline = now + m_config.finalAckDelay;
@@ -204,7 +232,7 @@ void TelvaneModule::receiveBlocks(SimTime now) {
 
 void TelvaneModule::startUpload(char letter) {
   if (refuses(letter) || kRequestLetters.find(letter) == std::string_view::npos) {
-    reply(std::string(1, kNak));
+    answer(std::string(1, kNak));
     return;
   }
   std::string payload;
@@ -215,11 +243,12 @@ void TelvaneModule::startUpload(char letter) {
   } else {
     payload = m_memory.image(letter);
   }
-  m_blocks = uploadBlocks(payload);
+  m_blocks = uploadBlocks(payload, m_config.endEveryBlock);
   m_next = 0;
+  // The count is every character the module sends but the checksums, end marks included.
   std::size_t count = 0;
   for (const auto& block : m_blocks) count += block.size() - kChecksumDigits;
-  reply(std::string(1, letter) + hexDigits(static_cast<unsigned>(count), kCountDigits));
+  answer(std::string(1, letter) + hexDigits(static_cast<unsigned>(count), kCountDigits));
   m_state = State::CountSent;
 }
 
@@ -228,9 +257,7 @@ void TelvaneModule::awaitAcknowledge(SimTime now) {
     const char c = m_input.front();
     if (c == '?') {
       // Only a new sign-in starts with '?': the PC has given up on this upload.
-      std::string rest = std::move(m_input);
       resetToIdle();
-      m_input = std::move(rest);
       parseCommands(now);
       return;
     }
@@ -270,13 +297,19 @@ bool TelvaneModule::countBlock() {
   return true;
 }
 
+void TelvaneModule::finishDownload() {
+  m_memory.store(m_kind, std::move(m_received));
+  m_memoryChanged = true;
+  resetToIdle();
+}
+
 void TelvaneModule::onDeadline(SimTime now) {
   if (m_finalDeadline && now >= *m_finalDeadline) {
     m_finalDeadline.reset();
-    reply(std::string(1, kAck));
-    m_memory.store(m_kind, std::move(m_received));
-    m_memoryChanged = true;
-    resetToIdle();
+    answer(std::string(1, kAck));
+    finishDownload();
+    // The PC may have written its next sign-in already.
+    parseCommands(now);
     return;
   }
   if (m_commandDeadline && now >= *m_commandDeadline) {
@@ -304,6 +337,10 @@ std::optional<SimTime> TelvaneModule::deadline() const {
   return std::nullopt;
 }
 
+void TelvaneModule::answer(std::string_view bytes) {
+  reply(lineNoise(m_config.replyNoise) + std::string(bytes));
+}
+
 void TelvaneModule::reply(std::string_view bytes) {
   m_output += bytes;
   m_lastActivity += byteTimeMs(bytes.size());
@@ -315,9 +352,9 @@ SimTime TelvaneModule::byteTimeMs(std::size_t bytes) const {
   return static_cast<SimTime>(bytes) * 10'000 / m_config.baud + 1;
 }
 
+// What the PC has sent already stays: a sign-in may follow the last ACK in the same read.
 void TelvaneModule::resetToIdle() {
   m_state = State::Idle;
-  m_input.clear();
   m_received.clear();
   m_blocks.clear();
   m_next = 0;

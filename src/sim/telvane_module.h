@@ -35,7 +35,14 @@ inline constexpr SimTime kStallReset = 5000;
 // the checksum over its characters. So every block but the last is 64 characters and two
 // digits, which the PC recognises by its length, and only the last one holds the 253. The PC's
 // receive boxes then hold exactly the image, which the upload parsers take apart by position.
-[[nodiscard]] std::vector<std::string> uploadBlocks(std::string_view data);
+// With `endEveryBlock` every block carries up to 64 data characters and then its own 253,
+// which the PC also recognises.
+[[nodiscard]] std::vector<std::string> uploadBlocks(std::string_view data,
+                                                    bool endEveryBlock = false);
+
+// The noise a bad line puts in front of a reply: `count` bytes that are neither ACK, NAK, the
+// end-of-block character nor a letter or digit.
+[[nodiscard]] std::string lineNoise(int count);
 
 class TelvaneModule {
  public:
@@ -69,6 +76,9 @@ class TelvaneModule {
   // Counts a block in either direction; false when the module has just fallen silent.
   [[nodiscard]] bool countBlock();
   void reply(std::string_view bytes);
+  // An ACK, NAK or count: a reply that the line may garble with noise in front.
+  void answer(std::string_view bytes);
+  void finishDownload();
   void resetToIdle();
   [[nodiscard]] bool refuses(char letter) const;
   [[nodiscard]] SimTime byteTimeMs(std::size_t bytes) const;
@@ -93,6 +103,7 @@ class TelvaneModule {
   int m_blocksIn = 0;     // for --nak-every
   int m_blocksOut = 0;    // for --corrupt-every
   bool m_memoryChanged = false;
+  bool m_oddAnswered = false;  // the current start identifier got its odd answer already
 
   std::optional<SimTime> m_commandDeadline;
   std::optional<SimTime> m_finalDeadline;

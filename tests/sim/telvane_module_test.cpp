@@ -8,6 +8,7 @@
 #include "sim/module_memory.h"
 #include "sim/paced_line.h"
 #include "sim/sim_options.h"
+#include "sim/write_splitter.h"
 
 #include <string>
 #include <vector>
@@ -97,6 +98,35 @@ TEST(TelvaneModule, AnswersEveryScriptExactly) {
        {At{0, "??", ACK}, At{1000, "V", "V000F"}, At{1001, ACK, kVersion}, At{1002, "??", ACK}}},
       {"WholeDownloadInOneRead",
        {At{0, "??P000900"s + F + "1234" + F + E + "F9", ACK + ACK + ACK}, At{50, "", ACK}}},
+      // A sign-in that follows the last ACK of an upload in the same read is answered.
+      {"SignInInTheSameReadAsTheLastAck",
+       {At{0, "V", "V000F"}, At{1, ACK, kVersion}, At{2, ACK + "??", ACK}}},
+      {"NoiseInFrontOfEveryReply",
+       {At{0, "??", "\x00\xFF"s + ACK}, At{1, "V", "\x00\xFFV000F"s}, At{2, ACK, kVersion},
+        At{3, ACK + "X0001", "\x00\xFF"s + NAK}},
+       ModuleConfig{.refuse = "", .replyNoise = 2}},
+      {"ConfirmationInTheSameWriteAsTheLastAck",
+       {At{0, "P0009", ACK}, At{5, "00"s + F + "1234" + F + E + "F9", ACK + ACK}, At{6, "P", ""},
+        At{36, "", "P0009"}, At{37, ACK, "00"s + F + "1234" + F + E + "F9"}},
+       ModuleConfig{.refuse = "", .mergedFinalAck = true}},
+      {"OddReplyThenTheRepeatIsAcknowledged",
+       {At{0, "P0009", "X"}, At{1, "P0009", ACK}, At{2, "00"s + F + "1234" + F + E + "F9", ACK},
+        At{52, "", ACK}},
+       ModuleConfig{.refuse = "", .oddStartReply = true}},
+      {"OddReplyThenTheRepeatTakenSilently",
+       {At{0, "P0009", "X"}, At{1, "P0009", ""}, At{2, "00"s + F + "1234" + F + E + "F9", ACK},
+        At{52, "", ACK}},
+       ModuleConfig{.refuse = "", .oddStartReply = true, .muteStartRepeat = true}},
+      // x ^ y ^ FD = FC. The count covers both end marks.
+      {"EveryBlockEndsWithTheEndMark",
+       {At{0, "L", "L0044"}, At{1, ACK, k64 + E + "FD"}, At{2, ACK, "xy"s + E + "FC"},
+        At{3, ACK, ""}, At{4, "P", ""}, At{34, "", "P0009"},
+        At{35, ACK, "00"s + F + "0000" + F + E + "FD"}},
+       ModuleConfig{.refuse = "", .endEveryBlock = true},
+       k64 + "xy"},
+      {"VersionRequestIgnored",
+       {At{0, "V", ""}, At{30, "", ""}, At{31, "??", ACK}},
+       ModuleConfig{.refuse = "", .ignoreVersion = true}},
   };
   for (const Script& script : scripts) {
     ModuleMemory memory(script.config.messages, script.config.phones);
@@ -195,6 +225,56 @@ TEST(SimOptions, CommandLines) {
     EXPECT_EQ(ok, expected.find('|') != std::string::npos) << expected;
     EXPECT_EQ(ok ? summary(options) : error, expected);
   }
+
+  // The ways of a real line.
+  SimOptions line;
+  std::string error;
+  ASSERT_TRUE(parseSimOptions(
+      Args{"--reply-noise", "3", "--merged-final-ack", "--odd-start-reply", "--mute-start-repeat",
+           "--end-every-block", "--ignore-version", "--split-writes=42"},
+      line, error));
+  const ModuleConfig& m = line.module;
+  EXPECT_EQ(m.replyNoise, 3);
+  EXPECT_TRUE(m.mergedFinalAck && m.oddStartReply && m.muteStartRepeat && m.endEveryBlock &&
+              m.ignoreVersion);
+  EXPECT_EQ(m.splitSeed, 42U);
+  EXPECT_FALSE(parseSimOptions(Args{"--split-writes", "0"}, line, error));
+  EXPECT_EQ(error, "bad value for --split-writes: 0");
+  EXPECT_FALSE(parseSimOptions(Args{"--end-every-block=1"}, line, error));
+  EXPECT_EQ(error, "--end-every-block takes no value");
+}
+
+TEST(WriteSplitter, CutsAtRandomPointsTheSameWayForTheSameSeed) {
+  const std::string bytes = k64 + k64;
+  const auto pieces = [&bytes](unsigned seed) {
+    WriteSplitter splitter(seed);
+    splitter.push(bytes);
+    std::vector<std::string> out;
+    SimTime now = 0;
+    EXPECT_EQ(splitter.deadline(), 0);  // the first piece is due at once
+    while (const auto due = splitter.deadline()) {
+      if (*due > now) {
+        EXPECT_EQ(splitter.take(*due - 1), "");
+      }
+      now = *due;
+      const std::string piece = splitter.take(now);
+      EXPECT_GE(piece.size(), 1U);
+      EXPECT_LE(piece.size(), 8U);
+      if (const auto next = splitter.deadline()) {
+        EXPECT_GE(*next - now, 2);
+        EXPECT_LE(*next - now, 6);
+      }
+      out.push_back(piece);
+    }
+    return out;
+  };
+  const auto first = pieces(7);
+  std::string joined;
+  for (const auto& p : first) joined += p;
+  EXPECT_EQ(joined, bytes);
+  EXPECT_GE(first.size(), bytes.size() / 8);
+  EXPECT_EQ(pieces(7), first);
+  EXPECT_NE(pieces(8), first);
 }
 
 TEST(PacedLine, BytesArriveAtTheLineSpeed) {
