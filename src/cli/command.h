@@ -15,6 +15,8 @@ namespace quillon::cli {
 
 // Exit codes; the usage errors follow the BSD sysexits values.
 inline constexpr int kExitOk = 0;
+// 1 to 7 are the transfer results.
+inline constexpr int kExitRefused = 8;       // the module refused a kind or a request
 inline constexpr int kExitFileNotFound = 9;  // the load status of a missing project file
 inline constexpr int kExitUsage = 64;
 inline constexpr int kExitCannotRead = 66;

@@ -1,5 +1,6 @@
 // quillon-cli download --port DEV [--kind M|T|P|Y|all] FILE.EAY: the program's downloads.
 
+#include <algorithm>
 #include <array>
 
 #include "cli/command.h"
@@ -17,8 +18,8 @@ namespace {
 
 inline constexpr int kExitNothingSent = 65;  // as image: the one kind asked for was refused
 
-constexpr std::array kOptions{kPortOption, kYesOption, kReplyTimeoutOption, kLogOption,
-                              OptionEntry{"--kind", true}};
+constexpr std::array kOptions{kPortOption, kYesOption,     kReplyTimeoutOption,
+                              kLogOption,  kMaxTimeOption, OptionEntry{"--kind", true}};
 
 void runDownload(TransferContext& context, char kind, int& result) {
   switch (kind) {
@@ -61,11 +62,20 @@ int download(const CommandContext& context) {
       ProjectFileLoad(parsed.positional[0], project, context.texts, loadDialog);
   if (loaded.status != LoadStatus::Ok) return ExitCodeFor(loaded.status);
 
+  // Kinds whose image would be refused on any module are refused here, before the port is
+  // touched: nothing would be sent, so nothing is asked and no identity is read.
+  if (std::ranges::all_of(*kinds, [&](char kind) {
+        return refusedOnEveryModule(kind, project, context.texts, loadDialog);
+      })) {
+    return kExitNothingSent;
+  }
+
   Console console = commandConsole(context);
   ModuleSession session(link, DialogAnswers{link.yes, false}, context.texts.language(), console);
   if (const int opened = session.open(); opened != kResultOk) return opened;
   // The first transfer reads the identity anyway; reading it first sizes the messages image.
-  if (const int identified = session.identify(); identified != kResultOk) return identified;
+  if (const int identified = session.identifyBeforeTransfers(); identified != kResultOk)
+    return session.exitStatus(identified);
   fitToModule(project, session.limits(), context.err);
 
   TransferContext transfer = session.transferContext(project, context.texts);
@@ -82,7 +92,7 @@ int download(const CommandContext& context) {
   if (result == kResultOk && kinds->size() == 1 && session.transfersStarted() == transfersBefore) {
     return kExitNothingSent;
   }
-  return result;
+  return session.exitStatus(result);
 }
 
 }  // namespace
@@ -98,7 +108,8 @@ const Command kDownloadCommand{
     "default) is \"Download all\": messages, phone numbers, configuration, flag table,\n"
     "each only while the ones before went well. A kind whose image is refused (too much\n"
     "text, an invalid PIN) is not sent; \"all\" goes on with the next one, a single kind\n"
-    "exits with 65. FILE.EAY is not changed.\n"
+    "exits with 65, without opening the port when the image would be refused on any\n"
+    "module. FILE.EAY is not changed.\n"
     "\n" QUILLON_CLI_TRANSFER_HELP
     "\n"
     "  --kind M|T|P|Y|all       what to download (default all)\n" QUILLON_CLI_LINK_OPTIONS_HELP,

@@ -15,7 +15,8 @@ extern const Command kIdentifyCommand;
 
 namespace {
 
-constexpr std::array kOptions{kPortOption, kYesOption, kReplyTimeoutOption, kLogOption};
+constexpr std::array kOptions{kPortOption, kYesOption, kReplyTimeoutOption, kLogOption,
+                              kMaxTimeOption};
 
 // identify has always named itself on the first line of a usage error.
 int wrongUsage(const CommandContext& context, const std::string& error) {
@@ -48,13 +49,14 @@ int RunIdentify(const CommandContext& context, Console& console) {
   session.setIdentificationOutput(console.out);
   if (const int opened = session.open(); opened != kResultOk) return opened;
   const int result = session.identify();
+  if (session.maxTimePassed()) return session.exitStatus(result);
   if (result == kResultOk) session.printIdentification();
   return result;
 }
 
 const Command kIdentifyCommand{
     "identify",
-    "--port DEV [--yes] [--reply-timeout SECONDS] [--log]",
+    "--port DEV [--yes] [--reply-timeout SECONDS] [--max-time SECONDS] [--log]",
     0,
     "read the module's identity and version",
     "Reads the identity of the module at DEV (a device path or a port number) and prints\n"

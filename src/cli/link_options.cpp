@@ -33,6 +33,10 @@ std::optional<std::string> readLinkOptions(const ParsedOptions& parsed, const st
     if (!milliseconds) return "--reply-timeout needs a number of seconds, not '" + *timeout + "'";
     options.replyTimeout = *milliseconds;
   }
+  if (const auto bound = parsed.value(kMaxTimeOption.name)) {
+    options.maxTime = parseSeconds(*bound);
+    if (!options.maxTime) return "--max-time needs a number of seconds, not '" + *bound + "'";
+  }
   return std::nullopt;
 }
 

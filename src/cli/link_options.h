@@ -16,6 +16,7 @@ struct LinkOptions {
   bool yes = false;
   TimeOfDay replyTimeout = 20000;
   bool log = false;
+  std::optional<TimeOfDay> maxTime;  // the whole command's bound, in milliseconds
 };
 
 // The shared entries, to put in front of a command's own in its option table.
@@ -23,6 +24,7 @@ inline constexpr OptionEntry kPortOption{"--port", true};
 inline constexpr OptionEntry kYesOption{"--yes", false};
 inline constexpr OptionEntry kReplyTimeoutOption{"--reply-timeout", true};
 inline constexpr OptionEntry kLogOption{"--log", false};
+inline constexpr OptionEntry kMaxTimeOption{"--max-time", true};
 
 // The shared options out of `parsed`; an error text when --port is missing or the time-out is
 // not a number of seconds.
@@ -38,6 +40,9 @@ inline constexpr OptionEntry kLogOption{"--log", false};
   "  --yes                    answers \"Telvane ready ?\" (otherwise it is asked on the\n" \
   "                           terminal, and declined without one)\n"                       \
   "  --reply-timeout SECONDS  how long to wait for each reply (default 20)\n"              \
+  "  --max-time SECONDS       ends the whole command after this long as a time-out (4),\n" \
+  "                           with the port closed and no file written; without it a\n"    \
+  "                           read that gets only bad blocks goes on until Ctrl-C\n"       \
   "  --log                    logs the serial traffic to a file in this directory\n"
 
 // Progress, Ctrl-C and the exit status, shared by the transfer commands.
@@ -47,6 +52,8 @@ inline constexpr OptionEntry kLogOption{"--log", false};
   "Ctrl-C cancels the transfer that is running (result 3); a second one ends the\n"      \
   "program at once. The exit status is the transfer result: 0 ok, 1 port not opened,\n"  \
   "2 declined, 3 cancelled, 4 time-out, 5 no connection, 6 no response, 7 version\n"     \
-  "conflict (the identification is printed on the error output).\n"
+  "conflict (the identification is printed on the error output), 8 refused by the\n"     \
+  "module (it answered \"Option <...> ist nicht implementiert\"). When several kinds\n"  \
+  "run, the first result that is not 0 counts; a refused kind does not stop the rest.\n"
 
 }  // namespace quillon::cli

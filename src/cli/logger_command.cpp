@@ -20,6 +20,7 @@ constexpr std::array kOptions{kPortOption,
                               kYesOption,
                               kReplyTimeoutOption,
                               kLogOption,
+                              kMaxTimeOption,
                               OptionEntry{"--fragments", false},
                               OptionEntry{"-o", true, "--output"}};
 
@@ -33,9 +34,9 @@ std::string terminalLines(const std::string& monitor) {
   return lines;
 }
 
+// A refused request leaves nothing to show; a failed read only with --fragments.
 bool fragmentsProcessed(int result, bool fragments) {
-  return result == kResultOk ||
-         (fragments && result >= kResultCancelled && result <= kResultNoResponse);
+  return fragments && result >= kResultCancelled && result <= kResultNoResponse;
 }
 
 int logger(const CommandContext& context) {
@@ -66,17 +67,19 @@ int logger(const CommandContext& context) {
   int result = kResultOk;
   ReadLogger(transfer, monitor, result);
   session.endProgress();
-  if (!fragmentsProcessed(result, fragments)) return result;
+  const int status = session.exitStatus(result);
+  if (status != kExitOk && (session.maxTimePassed() || !fragmentsProcessed(result, fragments)))
+    return status;
 
   if (!output) {
     const std::string lines = terminalLines(monitor);
     context.out.write(lines.data(), static_cast<std::streamsize>(lines.size()));
-    return result;
+    return status;
   }
   if (SaveLoggerText(*output, monitor, session.dialog()) != LoggerSave::Saved) {
     return kExitCannotWrite;
   }
-  return result;
+  return status;
 }
 
 }  // namespace
@@ -90,7 +93,8 @@ const Command kLoggerCommand{
     "of the module, or saves it to FILE as the program's Save does (Windows-1252, lines\n"
     "ended by CR LF). An existing FILE is replaced only when the question is answered\n"
     "yes on the terminal; without a terminal it is left as it is and the exit status\n"
-    "is 73, as for a file that cannot be written.\n"
+    "is 73, as for a file that cannot be written. FILE is written only when the whole\n"
+    "logger was read, or with --fragments when a read failed part-way.\n"
     "\n" QUILLON_CLI_TRANSFER_HELP
     "\n"
     "  -o FILE                  saves the logger text to FILE\n"

@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QDir>
 
+#include "cli/command.h"
 #include "link/qt/identify.h"
 #include "text/code_page.h"
 
@@ -37,6 +38,13 @@ ModuleSession::ModuleSession(const LinkOptions& options, DialogAnswers answers, 
   settings.language = language;
   m_link.setEngineSettings(settings);
   m_link.setObserver(this);
+  if (options.maxTime) {
+    m_maxTimeDeadline.setRemainingTime(static_cast<qint64>(*options.maxTime));
+    m_maxTimeTimer.setSingleShot(true);
+    m_maxTimeTimer.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&m_maxTimeTimer, &QTimer::timeout, [this] { maxTimeReached(); });
+    m_maxTimeTimer.start(static_cast<int>(*options.maxTime));
+  }
 }
 
 ModuleSession::~ModuleSession() {
@@ -45,9 +53,11 @@ ModuleSession::~ModuleSession() {
 }
 
 int ModuleSession::open() {
-  const auto port = resolvePort(QString::fromStdString(m_options.port));
+  QString why;
+  const auto port = resolvePort(QString::fromStdString(m_options.port), &why);
   if (!port) {
-    m_console.err << "No device for port " << m_options.port << "\n";
+    m_console.err << "No device for port '" << EscapeForLog(m_options.port)
+                  << "': " << why.toStdString() << "\n";
     return kResultPortNotOpened;
   }
   m_link.setPort(*port);
@@ -68,13 +78,31 @@ int ModuleSession::open() {
 }
 
 int ModuleSession::identify() {
+  m_readingIdentity = true;
   const int result = IdentifyModule(m_linkContext);
+  m_readingIdentity = false;
   m_progress.endLine();
   if (result == kResultPortNotOpened) {
     m_console.err << "Cannot open " << m_options.port << ": "
                   << cp1252ToUtf8(m_link.portErrorText()) << "\n";
   }
   if (result == kResultVersionConflict) printIdentification();
+  return result;
+}
+
+int ModuleSession::identifyBeforeTransfers() {
+  const int result = identify();
+  return result == kResultNoResponse ? kResultOk : result;
+}
+
+bool ModuleSession::maxTimePassed() {
+  if (m_maxTimeDeadline.hasExpired()) maxTimeReached();
+  return m_maxTimePassed;
+}
+
+int ModuleSession::exitStatus(int result) {
+  if (maxTimePassed()) return kResultTimeout;
+  if (result == kResultOk && m_refused) return kExitRefused;
   return result;
 }
 
@@ -100,8 +128,24 @@ void ModuleSession::transferStarted(const TransferJob& job) {
 
 void ModuleSession::transferEvent(const TransferEvent& event) {
   m_progress.transferEvent(event);
-  // Ctrl-C stops the command: a transfer that starts after it is cancelled at its first step.
-  if (m_interrupt.interrupted() && event.kind != TransferEvent::Kind::Finished) cancelTransfer();
+  // Ctrl-C and --max-time stop the command: a transfer that starts after either is cancelled at
+  // its first step.
+  if (event.kind == TransferEvent::Kind::Finished) return;
+  if (m_maxTimeDeadline.hasExpired()) maxTimeReached();
+  if (m_interrupt.interrupted() || m_maxTimePassed) cancelTransfer();
+}
+
+void ModuleSession::transferFinished(const TransferOutcome& outcome) {
+  // A refused version request is the identity's business: it reads as the wrong device.
+  if (outcome.refused && !m_readingIdentity) m_refused = true;
+}
+
+void ModuleSession::maxTimeReached() {
+  if (m_maxTimePassed) return;
+  m_maxTimePassed = true;
+  m_progress.breakLine();
+  m_console.err << "quillon-cli: --max-time has passed; nothing is written\n";
+  cancelTransfer();
 }
 
 void ModuleSession::cancelTransfer() {

@@ -4,6 +4,8 @@
 // program keeps for its run (module limits, "Telvane ready ?" answered, identity read).
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QTimer>
 #include <memory>
 #include <ostream>
 
@@ -32,6 +34,18 @@ class ModuleSession : private TransferObserver {
   // The module's identity, read once for the run as the first transfer would: sets the module
   // limits. 0..7; a failure is explained on the error output (7 with the identification).
   [[nodiscard]] int identify();
+  // The identity read in front of a transfer command: only what would stop SignIn's own
+  // identity query stops the command. A module that does not answer the version request
+  // (6) is asked again by the first transfer, which then goes on.
+  [[nodiscard]] int identifyBeforeTransfers();
+
+  // The exit status of a command whose transfers ended with `result`: a refusal by the module
+  // and the end of --max-time are not the 0 and 3 that the procedures report for them.
+  [[nodiscard]] int exitStatus(int result);
+  // --max-time has passed: the command writes nothing and ends with exitStatus().
+  [[nodiscard]] bool maxTimePassed();
+  // The module answered a start identifier or a request with a refusal ("Denied").
+  [[nodiscard]] bool refused() const { return m_refused; }
 
   // What the transfer procedures work on, for `project`.
   [[nodiscard]] TransferContext transferContext(Project& project, const UiTexts& texts);
@@ -52,7 +66,9 @@ class ModuleSession : private TransferObserver {
  private:
   void transferStarted(const TransferJob& job) override;
   void transferEvent(const TransferEvent& event) override;
+  void transferFinished(const TransferOutcome& outcome) override;
   void cancelTransfer();
+  void maxTimeReached();
 
   LinkOptions m_options;
   Console& m_console;
@@ -68,6 +84,11 @@ class ModuleSession : private TransferObserver {
   InterruptWatch m_interrupt;
   bool m_cancelSent = false;  // for the transfer that runs
   int m_transfersStarted = 0;
+  bool m_readingIdentity = false;
+  bool m_refused = false;
+  QDeadlineTimer m_maxTimeDeadline{QDeadlineTimer::Forever};
+  QTimer m_maxTimeTimer;
+  bool m_maxTimePassed = false;
 };
 
 }  // namespace quillon::cli

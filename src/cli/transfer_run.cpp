@@ -4,6 +4,7 @@
 
 #include <cctype>
 #include <iostream>
+#include <vector>
 
 #include "cli/command_line_parser.h"
 #include "transfer/data_image.h"
@@ -15,6 +16,17 @@ namespace {
 constexpr int kLargestMessageIndex = 399;
 // Messages, phone numbers, configuration, flag table.
 constexpr const char* kAllKinds = "MTPY";
+
+// Keeps the boxes of a trial build, to show them only if the build refuses.
+class RecordingDialog : public UserDialog, public StatusDisplay {
+ public:
+  BoxAnswer ask(const Box& box) override {
+    boxes.push_back(box);
+    return box.defaultAnswer;
+  }
+  void setStatus(StatusPanel, const std::string&) override {}
+  std::vector<Box> boxes;
+};
 
 bool rowHoldsAnything(const Table& table, int row) {
   for (int column = 1; column <= table.columns(); ++column) {
@@ -63,6 +75,20 @@ ModuleLimits roomForEveryMessage() {
   ModuleLimits limits;
   limits.lastMessageIndex = kLargestMessageIndex;
   return limits;
+}
+
+bool refusedOnEveryModule(char kind, const Project& project, const UiTexts& texts,
+                          UserDialog& dialog) {
+  if (kind != kKindMessages && kind != kKindConfiguration) return false;
+  // The smallest module holds the fewest messages, and fewer messages never make a longer image.
+  const ModuleLimits smallest;
+  Project trial = project;
+  applyMessageLimit(trial, smallest);
+  RecordingDialog recorder;
+  ImageEnv env{recorder, recorder, texts, smallest};
+  if (!buildDownloadImage(kind, trial, env, 0).refused) return false;
+  for (const Box& box : recorder.boxes) (void)dialog.ask(box);
+  return true;
 }
 
 void fitToModule(Project& project, const ModuleLimits& limits, std::ostream& err) {

@@ -8,6 +8,8 @@
 #include "cli/command.h"
 #include "cli/console.h"
 #include "project/project.h"
+#include "project/user_dialog.h"
+#include "text/ui_texts.h"
 
 namespace quillon::cli {
 
@@ -29,6 +31,12 @@ namespace quillon::cli {
 // Limits under which a project file loads without losing messages, whatever the module: the
 // module's size is known only once it has answered.
 [[nodiscard]] ModuleLimits roomForEveryMessage();
+
+// True when a download of `kind` would send nothing whatever the module: an invalid PIN, or
+// messages too long for the text memory even of the smallest module. Then the boxes the download
+// would show are shown on `dialog`; otherwise nothing is shown and `project` stays as it is.
+[[nodiscard]] bool refusedOnEveryModule(char kind, const Project& project, const UiTexts& texts,
+                                        UserDialog& dialog);
 
 // Gives the project the module's message table. Messages beyond it are dropped, with a line on
 // `err` naming the first one that held anything.

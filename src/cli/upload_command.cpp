@@ -21,6 +21,7 @@ constexpr std::array kOptions{kPortOption,
                               kYesOption,
                               kReplyTimeoutOption,
                               kLogOption,
+                              kMaxTimeOption,
                               OptionEntry{"--kind", true},
                               OptionEntry{"--into", true},
                               OptionEntry{"--fragments", false},
@@ -77,7 +78,8 @@ int upload(const CommandContext& context) {
                         context.texts.language(), console);
   if (const int opened = session.open(); opened != kResultOk) return opened;
   // The parsers fill the message table row by row, so it must have the module's size first.
-  if (const int identified = session.identify(); identified != kResultOk) return identified;
+  if (const int identified = session.identifyBeforeTransfers(); identified != kResultOk)
+    return session.exitStatus(identified);
   fitToModule(project, session.limits(), context.err);
 
   const Project before = project;
@@ -91,8 +93,12 @@ int upload(const CommandContext& context) {
     runUpload(transfer, kind, result);
     session.endProgress();
   }
-  // A failed upload whose fragments were not wanted leaves nothing to save.
-  if (result != kResultOk && project == before) return result;
+  const int status = session.exitStatus(result);
+  // OUT.EAY is the module's content only when every kind asked for came in whole; fragments
+  // are written only when asked for, and never after --max-time.
+  const bool complete = status == kExitOk;
+  const bool fragmentsWanted = parsed.has("--fragments") && !session.maxTimePassed();
+  if (!complete && !(fragmentsWanted && project != before)) return status;
 
   const WriteResult saved = ProjectFileSave(*output, project, session.dialog());
   if (!saved.ok) {
@@ -100,7 +106,7 @@ int upload(const CommandContext& context) {
                 << "\n";
     return kExitCannotWrite;
   }
-  return result;
+  return status;
 }
 
 }  // namespace
@@ -119,15 +125,16 @@ const Command kUploadCommand{
     "ring option) comes from BASE.EAY or stays empty.\n"
     "\n"
     "When a read fails part-way, the program asks whether to process the fragments;\n"
-    "the answer here is No unless --fragments is given. OUT.EAY is written when\n"
-    "anything was read; a failure that leaves the project as it was writes nothing.\n"
-    "A file that cannot be written exits with 73.\n"
+    "the answer here is No unless --fragments is given. OUT.EAY is created or replaced\n"
+    "only when every kind asked for was read completely; with --fragments also when a\n"
+    "failed or refused read brought anything in. A file that cannot be written exits\n"
+    "with 73.\n"
     "\n" QUILLON_CLI_TRANSFER_HELP
     "\n"
     "  -o OUT.EAY               the project file to write (replaced as a whole)\n"
     "  --kind M|T|P|Y|all       what to read (default all)\n"
     "  --into BASE.EAY          start from this project instead of an empty one\n"
-    "  --fragments              processes what came before a "
+    "  --fragments              processes and writes what came before a "
     "failure\n" QUILLON_CLI_LINK_OPTIONS_HELP,
     upload,
     true,

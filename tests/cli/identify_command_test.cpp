@@ -107,8 +107,11 @@ void IdentifyCommandTest::runs() {
 }
 
 void IdentifyCommandTest::wrongCommandLines() {
-  // Port 15 must name nothing, whatever ports the machine has.
-  QSettings(kSettingsOrganisation, kSettingsApplication).setValue("Ports/COM15", "");
+  // Registered ports that name no device: never a fall-back to another device, never a crash.
+  QSettings settings(kSettingsOrganisation, kSettingsApplication);
+  settings.setValue("Ports/COM15", "");
+  settings.setValue("Ports/COM4", QByteArray("\0\0", 2));
+  settings.sync();
   const QString usage = "64 quillon-cli identify: ";
   const std::vector<std::pair<QStringList, QString>> rows = {
       {{"--yes"}, usage + "identify needs --port DEV"},
@@ -117,11 +120,21 @@ void IdentifyCommandTest::wrongCommandLines() {
        usage + "--reply-timeout needs a number of seconds, not 'soon'"},
       {{"--port", "/nonexistent/ttySIM", "--yes"},
        "1 Cannot open /nonexistent/ttySIM: No such file or directory"},
-      {{"--port", "COM15", "--yes"}, "1 No device for port COM15"}};
-  for (const auto& [arguments, exitAndFirstLine] : rows) {
-    const Ran ran = runIdentify(arguments);
-    QCOMPARE(QString::number(ran.exitCode) + " " + ran.err.section('\n', 0, 0), exitAndFirstLine);
-    QCOMPARE(ran.out, QString());
+      {{"--port", "COM15", "--yes"},
+       "1 No device for port 'COM15': the settings value Ports/COM15 in " + settings.fileName() +
+           " is not a device name"},
+      {{"--port", "4", "--yes"},
+       "1 No device for port '4': the settings value Ports/COM4 in " + settings.fileName() +
+           " is not a device name"},
+      {{"--port", " ", "--yes"}, "1 No device for port ' ': not a device name"},
+      {{"--port", "tty\x01S0", "--yes"}, "1 No device for port 'tty<1>S0': not a device name"}};
+  // Twice: a refused name leaves nothing behind that could trouble the next run.
+  for (int run = 0; run < 2; ++run) {
+    for (const auto& [arguments, exitAndFirstLine] : rows) {
+      const Ran ran = runIdentify(arguments);
+      QCOMPARE(QString::number(ran.exitCode) + " " + ran.err.section('\n', 0, 0), exitAndFirstLine);
+      QCOMPARE(ran.out, QString());
+    }
   }
 }
 
@@ -148,7 +161,7 @@ void IdentifyCommandTest::logsTheTrafficInTheCurrentDirectoryByteForByte() {
                                       "WRITE: <6>\r\n"
                                       // A block's read ends at its end-of-block character;
                                       // the checksum behind it is taken without a read.
-                                      "READ: 007B090300003E<253>\r\n"
+                                      "READ: 007B090300003E<253>F4\r\n"
                                       "LESEN: 007B090300003E<253>F4\r\n"
                                       "SCHREIBEN: <6>\r\n"));
 }
