@@ -78,9 +78,7 @@ int ModuleSession::open() {
 }
 
 int ModuleSession::identify() {
-  m_readingIdentity = true;
   const int result = IdentifyModule(m_linkContext);
-  m_readingIdentity = false;
   m_progress.endLine();
   if (result == kResultPortNotOpened) {
     m_console.err << "Cannot open " << m_options.port << ": "
@@ -122,6 +120,7 @@ void ModuleSession::printIdentification() {
 
 void ModuleSession::transferStarted(const TransferJob& job) {
   m_cancelSent = false;
+  m_readingIdentity = job.contentLabel == kLabelVersion;
   ++m_transfersStarted;
   m_progress.transferStarted(job);
 }

@@ -26,7 +26,7 @@ std::string ReadIdentity(LinkContext& context) {
 
   TransferJob job;
   job.title = kUploadActive;
-  job.contentLabel = "Version";
+  job.contentLabel = kLabelVersion;
   job.requestLetter = 'v';
   const TransferOutcome outcome = context.port.runTransfer(job);
   context.status.setStatus(StatusPanel::Transfer, outcome.title);

@@ -59,5 +59,7 @@ std::string ReadIdentity(LinkContext& context);
 [[nodiscard]] int TransferResultForTitle(const std::string& title);
 
 inline constexpr const char* kReadyQuestion = "Telvane ready ?";
+// The content label of the identity query's transfer.
+inline constexpr const char* kLabelVersion = "Version";
 
 }  // namespace quillon

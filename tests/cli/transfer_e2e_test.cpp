@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "e2e_project.h"
 #include "file_bytes.h"
 #include "link/qt/identify.h"
 #include "link/qt/serial_link.h"
@@ -25,75 +26,9 @@
 namespace quillon {
 namespace {
 
-using testing::ScriptedDialog;
-using testing::SimProcess;
+using namespace testing;
 
 const std::string kReady = "Telvane ready ?";
-
-// Eight messages, message i with option letter '@' + i: bit 1 acknowledgement, bit 2 call back,
-// bit 4 ring.
-const char* const kTexts[] = {"Pumpe l\xE4uft",
-                              "\xD6lstand niedrig",
-                              "St\xF6rung F\xF6rderband",
-                              "T\xFCr offen \x96 Fu\xDFweg",
-                              "Nur Klingeln \xE4\xF6\xFC",
-                              "Klingeln und Quittung \xC4\xD6\xDC",
-                              "Klingeln und K\xFChlung",
-                              "Alle drei Optionen"};
-
-// A project as a user writes it: the messages above with comments, the acknowledgement pair,
-// filters, an SMS centre and phone numbers that need cleaning, a PIN, flags and a reception
-// flag, and what stays on the PC: comments, names, the station name, the ring option.
-std::string richProject() {
-  std::string file;
-  for (int i = 0; i < 8; ++i)
-    file += "M" + std::string(1, static_cast<char>('@' + i)) + kTexts[i] + ";K\r\n";
-  return file +
-         "MQ*T#;Vielen Dank\r\n"
-         "F01PUMPE1 EIN;setzt M20\r\n"
-         "F02STATUS T\xFCren;Kommentar\r\n"
-         "T+49 172 2270333;SMSC\r\n"
-         "T0171/5551234;Meier\r\n"
-         "T+49 (0)160 9001;M\xFCller\r\n"
-         "T(0)7531 12345;Leitstelle\r\n"
-         "T12;zu kurz\r\n"
-         "T+41791234567;Bodensee\r\n"
-         "L1;;1267;Pumpstation M\xFChlbach\r\n"
-         "E 1;1;1\r\nE 3;3;3\r\nE 7;7;60\r\nE12;20;10\r\nE16;-2;-1\r\nV1.0.0\r\n";
-}
-
-// What the phone download says about the numbers it cleans, one line per box.
-const char kCleaningWarnings[] =
-    "Telefonnummer enth\xC3\xA4lt ung\xC3\xBCltiges Zeichen. +49 172 2270333 wird gefiltert! \n"
-    "Telefonnummer enth\xC3\xA4lt ung\xC3\xBCltiges Zeichen. 0171/5551234 wird gefiltert! \n"
-    "Telefonnummer enth\xC3\xA4lt ung\xC3\xBCltiges Zeichen. +49 (0)160 9001 wird gefiltert! \n"
-    "1. Zeichen der Telefonnummer nur Ziffer oder '+'. (0)7531 12345\n"
-    "Telefonnummer enth\xC3\xA4lt ung\xC3\xBCltiges Zeichen. (0)7531 12345 wird gefiltert! \n";
-
-Project loadProject(const QString& path) {
-  ScriptedDialog dialog;
-  UiTexts texts;
-  texts.fill(kEnglish);
-  Project project;
-  (void)ProjectFileLoad(path.toStdString(), project, texts, dialog);
-  return project;
-}
-
-void writeFile(const QString& path, const std::string& bytes) {
-  testing::writeBytes(path.toStdString(), bytes);
-}
-struct CliRun {
-  int exitCode = -1;
-  QByteArray out;
-  QByteArray err;
-};
-
-CliRun runCli(const QStringList& arguments) {
-  QProcess cli;
-  cli.start(QStringLiteral(QUILLON_CLI), arguments);
-  if (!cli.waitForFinished(30000) || cli.exitStatus() != QProcess::NormalExit) return {};
-  return {cli.exitCode(), cli.readAllStandardOutput(), cli.readAllStandardError()};
-}
 
 // The program's side for the procedures: the serial driver, a scripted dialog and English texts;
 // it records the last status text and the label of every transfer.
@@ -158,28 +93,7 @@ void TransferE2eTest::commandLineRoundTrip() {
   QCOMPARE(up.exitCode, 0);
   QCOMPARE(up.err, QByteArray());
 
-  // Everything that travels comes back; comments, names, the station and ring do not.
-  Project want;
-  for (int i = 0; i < 8; ++i) {
-    want.messages.setCell(i + 1, kMessageTextColumn, kTexts[i]);
-    if ((i & 1) != 0) want.messages.setCell(i + 1, kAckColumn, "x");
-    if ((i & 2) != 0) want.messages.setCell(i + 1, kCallBackColumn, "x");
-  }
-  want.filters.setCell(1, kFilterTextColumn, "PUMPE1 EIN");
-  want.filters.setCell(2, kFilterTextColumn, "STATUS T\xFCren");
-  const char* phones[] = {"01715551234", "+4901609001", "0753112345", "", "+41791234567"};
-  for (int row = 1; row <= 5; ++row) want.phones.setCell(row, kPhoneNumberColumn, phones[row - 1]);
-  const std::pair<std::size_t, const char*> flags[] = {
-      {1, "1;1"}, {3, "3;3"}, {7, "7;60"}, {12, "20;10"}, {16, "-2;-1"}};
-  for (const auto& [flag, entry] : flags) {
-    want.flags.entries[flag] = entry;
-    want.flags.used[flag] = entry[0] != '-';  // the reception flag is not marked as in use
-  }
-  want.ack = {"*T#", "Vielen Dank"};
-  want.smsCentre = "+491722270333";
-  want.pin = "4711";
-  const Project back = loadProject(read);
-  QVERIFY(back == want);
+  QVERIFY(loadProject(read) == richProjectReadBack());
 
   // One kind read into an existing project: the rest stays as the project had it.
   const QString base = sim.file("base.EAY");
