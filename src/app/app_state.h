@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include "app/transfer_report.h"
 #include "link/sign_in.h"
 #include "link/traffic_log.h"
 #include "project/project.h"
@@ -26,7 +27,8 @@ struct AppState {
   LinkSession session;
   // Open from "tbLog" until the program ends; every port write and read goes into it.
   TrafficLog trafficLog;
-  QStringList recentFiles;  // most recent first, at most four
+  QStringList recentFiles;      // most recent first, at most four
+  TransferReport lastTransfer;  // status-bar panel 3
 
   // A text of the current language by slot, converted for Qt.
   [[nodiscard]] QString text(int slot) const;

@@ -115,6 +115,8 @@ void Anfang::applyCaptions() {
   }
   refreshRecentMenu();
   refreshGauge();
+  m_status->setStatus(StatusPanel::LastTransfer,
+                      LastTransferText(m_state.lastTransfer, m_state.texts));
 }
 
 void Anfang::chooseLanguage(int language) {

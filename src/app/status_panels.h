@@ -1,7 +1,8 @@
 #pragma once
-// The main window's status bar `sbrStatus` as a StatusDisplay: panel 1 the port status with its
-// open/closed picture, panel 2 the transfer status, panel 3 the text-memory gauge, panel 4 the
-// clock.
+// The main window's status bar `sbrStatus` as a StatusDisplay, in two lines. The first: panel 1
+// the port status with its open/closed picture, panel 2 the transfer status, the text-memory
+// gauge and panel 4 the clock. The second: panel 3, the outcome of the last transfer, which gets
+// the whole width because a port failure names the device that was tried.
 
 #include <QLabel>
 #include <QProgressBar>
@@ -29,6 +30,7 @@ class StatusPanels : public StatusDisplay {
   QLabel* m_portPicture;
   QLabel* m_port;
   QLabel* m_transfer;
+  QLabel* m_lastTransfer;
   QProgressBar* m_gauge;
   QLabel* m_clock;
 };

@@ -39,8 +39,9 @@ class UserDialog {
 
 namespace quillon {
 
-// The main window's status bar: panel 1 the port status, 2 the transfer status, 4 the clock.
-enum class StatusPanel { Port = 1, Transfer = 2, Clock = 4 };
+// The main window's status bar: panel 1 the port status, 2 the transfer status, 3 the outcome of
+// the last transfer in plain words (the window's own, set by the GUI alone), 4 the clock.
+enum class StatusPanel { Port = 1, Transfer = 2, LastTransfer = 3, Clock = 4 };
 
 class StatusDisplay {
  public:

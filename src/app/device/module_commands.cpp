@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QTime>
 
 #include "app/device/monitor_dialog.h"
 #include "app/device/properties_dialog.h"
@@ -56,7 +57,7 @@ ModuleCommands::ModuleCommands(AppShell& shell, ModuleCommandsOptions options)
     m_files = m_ownFiles.get();
   }
   m_term = new Term(shell.status(), shell.window());
-  m_serial.setObserver(m_term);
+  m_serial.setObserver(this);
   m_serial.setTrafficLog(&shell.state().trafficLog);
   m_serial.setStatusDisplay(&shell.status());
   connect(m_term, &Term::cancelRequested, &m_serial, &SerialLink::cancel);
@@ -116,31 +117,99 @@ TransferHooks ModuleCommands::hooks() {
   return hooks;
 }
 
-void ModuleCommands::transfer(const std::function<void(TransferContext&, int&)>& procedure) {
+void ModuleCommands::transferStarted(const TransferJob& job) {
+  m_lastLabel = job.contentLabel;
+  if (Term* term = m_term.data()) term->transferStarted(job);
+}
+
+void ModuleCommands::transferEvent(const TransferEvent& event) {
+  if (Term* term = m_term.data()) term->transferEvent(event);
+}
+
+void ModuleCommands::transferFinished(const TransferOutcome& outcome) {
+  // A refused version request is the identity's business: it reads as the wrong module.
+  if (outcome.refused && m_lastLabel != kLabelVersion && m_refusedLabel.empty())
+    m_refusedLabel = m_lastLabel;
+  if (Term* term = m_term.data()) term->transferFinished(outcome);
+}
+
+void ModuleCommands::beginReport() {
+  m_lastLabel.clear();
+  m_refusedLabel.clear();
+}
+
+namespace {
+
+// The page or menu caption that names a kind of data, by the transfer window's content label.
+int stepSlot(const std::string& label) {
+  if (label == kLabelMessages) return slot::kMessages;
+  if (label == kLabelPhoneNumbers) return slot::kPhoneNumbers;
+  if (label == kLabelConfiguration) return slot::kConfigurationPage;
+  if (label == kLabelControllerData) return slot::kMarkerSetting;
+  if (label == kLabelVersion) return slot::kFirmwareVersion;
+  return -1;
+}
+
+}  // namespace
+
+void ModuleCommands::report(int commandSlot, int result) {
+  TransferReport report;
+  report.commandSlot = commandSlot;
+  report.time = QTime::currentTime().toString(QStringLiteral("hh:mm:ss")).toStdString();
+  report.result = result;
+  std::string step = m_lastLabel;
+  if (result == kResultOk && !m_refusedLabel.empty()) {
+    report.result = kResultRefusedByModule;
+    step = m_refusedLabel;
+  }
+  // The kind of data is worth naming when the command covers several kinds, and when the
+  // identity read in front of the command is what failed.
+  const bool several = commandSlot == slot::kDownloadAll || commandSlot == slot::kReadAll;
+  if ((several || step == kLabelVersion) && commandSlot != slot::kFirmwareVersion)
+    report.stepSlot = stepSlot(step);
+
+  const PortId port = currentPort();
+  report.port = PortDescription(port.number, utf8ToCp1252(port.device.toStdString()));
+  if (report.result == kResultPortNotOpened) {
+    QString why;
+    if (port.device.isEmpty() && port.number > 0) (void)deviceForPortNumber(port.number, &why);
+    report.portError = why.isEmpty() ? m_serial.portErrorText() : utf8ToCp1252(why.toStdString());
+  }
+  AppState& state = m_shell.state();
+  state.lastTransfer = report;
+  m_shell.status().setStatus(StatusPanel::LastTransfer, LastTransferText(report, state.texts));
+}
+
+void ModuleCommands::transfer(int commandSlot,
+                              const std::function<void(TransferContext&, int&)>& procedure) {
   if (m_busy || m_serial.transferRunning()) return;
   m_busy = true;
+  beginReport();
   AppState& state = m_shell.state();
   LinkContext link = linkContext();
   TransferContext context{link, state.texts, state.project, hooks()};
   int result = kResultOk;
   procedure(context, result);
   m_lastResult = result;
+  report(commandSlot, result);
   m_busy = false;
   // Uploads fill the tables, downloads write back normalised numbers, the identity may have
   // raised the message limit.
   m_shell.projectReplaced();
 }
 
-void ModuleCommands::downloadAll() { transfer(DownloadAll); }
-void ModuleCommands::uploadAll() { transfer(ReadAll); }
-void ModuleCommands::downloadMessages() { transfer(DownloadMessages); }
-void ModuleCommands::uploadMessages() { transfer(UploadMessages); }
-void ModuleCommands::downloadPhones() { transfer(WriteT); }
-void ModuleCommands::uploadPhones() { transfer(UploadPhoneNumbers); }
-void ModuleCommands::downloadConfiguration() { transfer(WriteP); }
-void ModuleCommands::uploadConfiguration() { transfer(ReadP); }
-void ModuleCommands::downloadFlags() { transfer(WriteEasy800); }
-void ModuleCommands::uploadFlags() { transfer(ReadEasy800); }
+void ModuleCommands::downloadAll() { transfer(slot::kDownloadAll, DownloadAll); }
+void ModuleCommands::uploadAll() { transfer(slot::kReadAll, ReadAll); }
+void ModuleCommands::downloadMessages() {
+  transfer(slot::kDownloadMessagesButton, DownloadMessages);
+}
+void ModuleCommands::uploadMessages() { transfer(slot::kUploadMessagesButton, UploadMessages); }
+void ModuleCommands::downloadPhones() { transfer(slot::kDownloadPhones, WriteT); }
+void ModuleCommands::uploadPhones() { transfer(slot::kReadPhonesButton, UploadPhoneNumbers); }
+void ModuleCommands::downloadConfiguration() { transfer(slot::kDownloadPin, WriteP); }
+void ModuleCommands::uploadConfiguration() { transfer(slot::kReadPin, ReadP); }
+void ModuleCommands::downloadFlags() { transfer(slot::kDownloadFlagsButton, WriteEasy800); }
+void ModuleCommands::uploadFlags() { transfer(slot::kUploadFlagsButton, ReadEasy800); }
 
 void ModuleCommands::saveProjectAs() {
   // The main window's own "Save as", with its file dialog and overwrite question.
@@ -149,8 +218,11 @@ void ModuleCommands::saveProjectAs() {
 
 void ModuleCommands::readIdentity() {
   if (m_serial.transferRunning()) return;
+  beginReport();
   LinkContext link = linkContext();
-  (void)ReadIdentity(link);
+  const std::string left = ReadIdentity(link);
+  report(slot::kFirmwareVersion,
+         left == kStatusVersionConflict ? kResultVersionConflict : TransferResultForTitle(left));
   m_shell.projectReplaced();
 }
 
@@ -175,12 +247,14 @@ void ModuleCommands::readLogger() {
       m_shell.state(), m_shell.dialog(), *m_files,
       [this](std::string& text) {
         if (m_serial.transferRunning()) return;
+        beginReport();
         AppState& state = m_shell.state();
         LinkContext link = linkContext();
         TransferContext context{link, state.texts, state.project, hooks()};
         int result = kResultOk;
         ReadLogger(context, text, result);
         m_lastResult = result;
+        report(slot::kReadLogger, result);
         m_shell.projectReplaced();
       },
       m_shell.window());

@@ -16,6 +16,7 @@
 #include "app/device_commands.h"
 #include "app/file_picker.h"
 #include "link/qt/serial_link.h"
+#include "link/qt/transfer_observer.h"
 #include "transfer/transfer_context.h"
 
 namespace quillon::app::device {
@@ -71,7 +72,15 @@ class ModuleCommands : public QObject, public DeviceCommands {
   [[nodiscard]] int lastResult() const { return m_lastResult; }
 
  private:
-  void transfer(const std::function<void(TransferContext&, int&)>& procedure);
+  // The transfer window watches every transfer; the commands listen in for status-bar panel 3.
+  void transferStarted(const TransferJob& job) override;
+  void transferEvent(const TransferEvent& event) override;
+  void transferFinished(const TransferOutcome& outcome) override;
+
+  // Runs one command given by its caption's text slot.
+  void transfer(int commandSlot, const std::function<void(TransferContext&, int&)>& procedure);
+  void beginReport();
+  void report(int commandSlot, int result);
   [[nodiscard]] PortId currentPort() const;
   // The transfer window loads: the port follows the settings again and the engine the language.
   void prepareLink();
@@ -91,6 +100,9 @@ class ModuleCommands : public QObject, public DeviceCommands {
   QPointer<QuittungDialog> m_quittung;
   bool m_busy = false;
   int m_lastResult = 0;
+  // Of the command that runs: the content label of its last transfer and of a refused one.
+  std::string m_lastLabel;
+  std::string m_refusedLabel;
 };
 
 }  // namespace quillon::app::device

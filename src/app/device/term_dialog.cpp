@@ -179,6 +179,8 @@ void Term::clearAllRec() {
 }
 
 void Term::transferStarted(const TransferJob& job) {
+  // Every transfer opens in the short form, whatever the last one was left in.
+  showLongForm(false);
   clearAllSend();
   clearAllRec();
   setWindowTitle(toQString(job.title));

@@ -14,6 +14,7 @@
 
 #include "app/device/module_commands.h"
 #include "app_harness.h"
+#include "link/qt/port_names.h"
 #include "sim_module.h"
 
 using quillon::BoxAnswer;
@@ -27,17 +28,19 @@ namespace {
 // that keeps its memory in a state file. The simulator registers its port before the window
 // starts.
 struct Rig {
-  explicit Rig(const QStringList& simOptions = {})
+  explicit Rig(const QStringList& simOptions = {}, int language = 0,
+               quillon::TimeOfDay replyTimeout = 3000)
       : sim(QStringLiteral("telvane"),
             QStringList{"--register", "1", "--state", statePath()} + simOptions),
-        h({}, [this](Harness& harness) {
-          quillon::app::device::ModuleCommandsOptions options;
-          options.files = &harness.files;
-          // The module answers within milliseconds; this only bounds a test that has gone wrong.
-          options.replyTimeout = 3000;
-          options.created = [this](ModuleCommands& created) { commands = &created; };
-          return quillon::app::device::moduleCommandsFactory(options);
-        }) {}
+        h([language](QSettings& s) { s.setValue("Language/MyLang", QString::number(language)); },
+          [this, replyTimeout](Harness& harness) {
+            quillon::app::device::ModuleCommandsOptions options;
+            options.files = &harness.files;
+            // The module answers within milliseconds; this only bounds a test that has gone wrong.
+            options.replyTimeout = replyTimeout;
+            options.created = [this](ModuleCommands& created) { commands = &created; };
+            return quillon::app::device::moduleCommandsFactory(options);
+          }) {}
 
   [[nodiscard]] QString statePath() const { return state.filePath("module.state"); }
   [[nodiscard]] QString transferStatus() const {
@@ -72,6 +75,8 @@ class DeviceCommandsTest : public QObject {
   void cancelEndsTheTransferAtOnce();
   void wrongModuleOpensTheIdentification();
   void smsCentreList();
+  void lastTransferInStatusBar_data();
+  void lastTransferInStatusBar();
 };
 
 void DeviceCommandsTest::messagesDownloadFromTheButton() {
@@ -218,6 +223,62 @@ void DeviceCommandsTest::smsCentreList() {
   QCOMPARE(QGuiApplication::clipboard()->text(), QString("+491710760000;D1, Deutschland    "));
   QCOMPARE(rig.h.window->findChild<QLineEdit*>("txtSMSC")->text(), QString("+491710760000"));
   QCOMPARE(rig.h.project().smsCentre, std::string("+491710760000"));
+}
+
+void DeviceCommandsTest::lastTransferInStatusBar_data() {
+  // What the module is made to do, the command, and panel 3 afterwards as a pattern: %1 stands
+  // for the device that port 1 names, the time for any time of day.
+  QTest::addColumn<QStringList>("simOptions");  // "absent": port 1 names a device that is not there
+  QTest::addColumn<int>("language");
+  QTest::addColumn<QString>("command");
+  QTest::addColumn<QString>("panel");
+  const QString time = QStringLiteral("\\d\\d:\\d\\d:\\d\\d");
+  QTest::newRow("done") << QStringList{} << 0 << "cmdMeldDown"
+                        << "Last transfer: Download messages at " + time + " \u2013 done";
+  QTest::newRow("portNotThere") << QStringList{"absent"} << 0 << "cmdMeldDown"
+                                << "Last transfer: Download messages at " + time +
+                                       " \u2013 COM 1 = %1: cannot be opened \\(.+\\)";
+  // The identity is read first: that is where a silent module is found out.
+  QTest::newRow("noAnswerInGerman")
+      << QStringList{"--silent-after", "0"} << 1 << "MenuConnUpAll"
+      << QString::fromUtf8(
+             "Letzte \u00DCbertragung: Alles Auslesen \\(Version Ger\u00E4tesoftware\\) um ") +
+             time + " \u2013 COM 1 = %1: keine Antwort";
+  QTest::newRow("refusedByTheModule")
+      << QStringList{"--refuse", "M"} << 0 << "cmdMeldDown"
+      << "Last transfer: Download messages at " + time + " \u2013 refused by the module";
+}
+
+void DeviceCommandsTest::lastTransferInStatusBar() {
+  QFETCH(QStringList, simOptions);
+  QFETCH(int, language);
+  QFETCH(QString, command);
+  QFETCH(QString, panel);
+  const bool absent = simOptions == QStringList{"absent"};
+  Rig rig(absent ? QStringList{} : simOptions, language, 300);
+  QString device = rig.sim.link();
+  if (absent) {
+    device = rig.state.filePath("ttyUSB7");
+    quillon::registerPort(1, device);
+  }
+  QCOMPARE(rig.h.window->panelText(StatusPanel::LastTransfer),
+           language == 1 ? QString::fromUtf8("Noch keine \u00DCbertragung")
+                         : QStringLiteral("No transfer yet"));
+  // The details were open in an earlier transfer; a new one opens in the short form again.
+  quillon::app::device::Term* term = &rig.commands->term();
+  QVERIFY(term);
+  term->showLongForm(true);
+  bool openedShort = false;
+  WhenShown watch([term]() -> QDialog* { return term->isVisible() ? term : nullptr; },
+                  [&](QDialog*) { openedShort = !term->longForm(); });
+
+  rig.h.activate(command);
+
+  const QRegularExpression expected("^" + panel.arg(QRegularExpression::escape(device)) + "$");
+  const QString shown = rig.h.window->panelText(StatusPanel::LastTransfer);
+  QVERIFY2(expected.match(shown).hasMatch(), qPrintable(shown + "\n" + expected.pattern()));
+  QCOMPARE(watch.ran, !absent);
+  if (watch.ran) QVERIFY(openedShort);
 }
 
 QTEST_MAIN(DeviceCommandsTest)
