@@ -67,13 +67,18 @@ TextEntryBox::TextEntryBox(QWidget* parent, const UiTexts& texts)
       m_texts(texts),
       m_edit(new QLineEdit(this)),
       m_count(new QLabel(this)),
-      m_preview(new QLabel(this)) {
+      m_preview(new QTextBrowser(this)) {
   setObjectName("MInput");
   m_edit->setObjectName("txtEingabe");
   m_count->setObjectName("lblAnzahl");
   m_preview->setObjectName("lblVorschau");
-  m_preview->setTextFormat(Qt::RichText);
-  m_preview->setWordWrap(true);
+  // A fixed area that wraps anywhere: a 160-character text is shown whole, and the box keeps its
+  // size (and its buttons their places) whatever is typed.
+  m_preview->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  m_preview->setFocusPolicy(Qt::NoFocus);
+  m_preview->setFrameShape(QFrame::NoFrame);
+  m_preview->viewport()->setAutoFillBackground(false);
+  m_preview->setFixedHeight(m_preview->fontMetrics().lineSpacing() * 8 + 8);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(m_edit);
   layout->addWidget(m_count);
@@ -89,13 +94,13 @@ void TextEntryBox::updateLabel() {
   const int maxLength = m_maxLength;
   m_count->setText(toQString(m_texts[slot::kCharactersLeft]) + QString::number(maxLength - length) +
                    QStringLiteral("   (%1 / %2)").arg(length).arg(maxLength));
-  const QString preview = gsmPreviewHtml(text, m_texts);
-  m_preview->setText(preview);
-  m_preview->setVisible(!preview.isEmpty());
+  if (m_preview->isVisibleTo(this)) m_preview->setHtml(gsmPreviewHtml(text, m_texts));
 }
 
-std::string TextEntryBox::run(const std::string& title, const std::string& start, int maxLength) {
+std::string TextEntryBox::run(const std::string& title, const std::string& start, int maxLength,
+                              bool preview) {
   setWindowTitle(toQString(title));
+  m_preview->setVisible(preview);
   // A loaded text may be longer than the box allows; it is shown whole, never cut unasked.
   const QString startText = toQString(start);
   m_edit->setMaxLength(std::max(maxLength, static_cast<int>(startText.size())));

@@ -6,6 +6,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTextBrowser>
 #include <string>
 
 #include "text/ui_texts.h"
@@ -21,15 +22,17 @@ class TextEntryBox : public QDialog {
 
  public:
   TextEntryBox(QWidget* parent, const UiTexts& texts);
-  // Shows the box modally; the confirmed text, or the cancel marker.
-  [[nodiscard]] std::string run(const std::string& title, const std::string& start, int maxLength);
+  // Shows the box modally; the confirmed text, or the cancel marker. `preview` shows how a phone
+  // will display the text: only for the texts that go to the module.
+  [[nodiscard]] std::string run(const std::string& title, const std::string& start, int maxLength,
+                                bool preview = true);
 
  private:
   void updateLabel();
   const UiTexts& m_texts;
   QLineEdit* m_edit;
   QLabel* m_count;
-  QLabel* m_preview;
+  QTextBrowser* m_preview;
   int m_maxLength = 0;
 };
 

@@ -4,6 +4,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QRegularExpressionValidator>
 #include <QVBoxLayout>
 
@@ -13,16 +14,21 @@
 namespace quillon::app {
 namespace {
 
-QString labelStyle(FlagColour colour, bool selected, bool reception) {
+constexpr int kFlagsPerRow = 8;
+
+enum class Mark { None, Selected, Cursor };
+
+QString labelStyle(FlagColour colour, Mark mark, bool reception) {
   const Rgb rgb = ColourRgb(colour);
+  QString border = reception ? QStringLiteral("2px solid #1f7a3a") : "1px solid #8a8a8a";
+  if (mark == Mark::Selected) border = QStringLiteral("3px solid #2f6fc0");
+  // The keyboard's place must stand out from the chosen flag and from the reception flag.
+  if (mark == Mark::Cursor) border = QStringLiteral("3px dashed #d04a00");
   return QStringLiteral("QLabel { background: rgb(%1, %2, %3); color: %4; border: %5; }")
       .arg(rgb.red)
       .arg(rgb.green)
       .arg(rgb.blue)
-      .arg(reception ? "#1f7a3a; font-weight: bold" : "black")
-      .arg(selected    ? "3px solid #2f6fc0"
-           : reception ? "2px solid #1f7a3a"
-                       : "1px solid #8a8a8a");
+      .arg(reception ? "#1f7a3a; font-weight: bold" : "black", border);
 }
 
 }  // namespace
@@ -32,7 +38,7 @@ FlagLabel::FlagLabel(int index, QWidget* parent) : QLabel(parent), m_index(index
   setProperty("index", index);
   setText(QString::number(index + 1));
   setAlignment(Qt::AlignCenter);
-  setMinimumSize(34, 28);
+  setMinimumSize(30, 24);
   setCursor(Qt::PointingHandCursor);
 }
 
@@ -41,19 +47,103 @@ void FlagLabel::mousePressEvent(QMouseEvent* event) {
   emit clicked(m_index);
 }
 
+FlagGrid::FlagGrid(QWidget* parent) : QWidget(parent) {
+  setObjectName("grdMerker");
+  setFocusPolicy(Qt::StrongFocus);
+  auto* grid = new QGridLayout(this);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->setSpacing(3);
+  for (int k = 0; k < kFlagCount; ++k) {
+    auto* label = new FlagLabel(k, this);
+    m_labels[static_cast<std::size_t>(k)] = label;
+    grid->addWidget(label, k / kFlagsPerRow, k % kFlagsPerRow);
+    connect(label, &FlagLabel::clicked, this, [this](int index) {
+      setCursorIndex(index);
+      setFocus(Qt::MouseFocusReason);
+      emit chosen(index);
+    });
+  }
+}
+
+void FlagGrid::setCursorIndex(int index) {
+  if (index < 0 || index >= kFlagCount || index == m_cursor) return;
+  m_cursor = index;
+  emit cursorChanged();
+}
+
+void FlagGrid::keyPressEvent(QKeyEvent* event) {
+  int target = m_cursor;
+  switch (event->key()) {
+    case Qt::Key_Left:
+      target = m_cursor - 1;
+      break;
+    case Qt::Key_Right:
+      target = m_cursor + 1;
+      break;
+    case Qt::Key_Up:
+      target = m_cursor - kFlagsPerRow;
+      break;
+    case Qt::Key_Down:
+      target = m_cursor + kFlagsPerRow;
+      break;
+    case Qt::Key_Home:
+      target = 0;
+      break;
+    case Qt::Key_End:
+      target = kFlagCount - 1;
+      break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+      emit chosen(m_cursor);
+      return;
+    default:
+      QWidget::keyPressEvent(event);
+      return;
+  }
+  // A key that would leave the 32 flags keeps the cursor where it is.
+  setCursorIndex(target);
+}
+
+void FlagGrid::focusInEvent(QFocusEvent* event) {
+  QWidget::focusInEvent(event);
+  emit cursorChanged();
+}
+
+void FlagGrid::focusOutEvent(QFocusEvent* event) {
+  QWidget::focusOutEvent(event);
+  emit cursorChanged();
+}
+
+ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+  setTextInteractionFlags(Qt::NoTextInteraction);
+}
+
+void ElidedLabel::paintEvent(QPaintEvent* event) {
+  QFrame::paintEvent(event);
+  QPainter painter(this);
+  const QRect area = contentsRect().adjusted(margin() + 3, 0, -margin() - 3, 0);
+  painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft,
+                   fontMetrics().elidedText(text(), Qt::ElideRight, area.width()));
+}
+
 FlagPageWidget::FlagPageWidget(AppState& state, UserDialog& dialog, QWidget* parent)
     : QWidget(parent),
       m_state(state),
       m_dialog(dialog),
+      m_grid(new FlagGrid(this)),
       m_caption(new QLabel(this)),
       m_hint(new QLabel(this)),
+      m_legend(new QLabel(this)),
       m_number(new QLabel(this)),
       m_messageCaption(new QLabel(this)),
       m_phoneCaption(new QLabel(this)),
       m_messageField(new QLineEdit(this)),
       m_phoneField(new QLineEdit(this)),
-      m_messageLabel(new QLabel(this)),
-      m_phoneLabel(new QLabel(this)),
+      m_messageLabel(new ElidedLabel(this)),
+      m_phoneLabel(new ElidedLabel(this)),
       m_set(new QPushButton(this)),
       m_clear(new QPushButton(this)),
       m_clearAll(new QPushButton(this)),
@@ -62,6 +152,7 @@ FlagPageWidget::FlagPageWidget(AppState& state, UserDialog& dialog, QWidget* par
       m_upload(new QPushButton(this)) {
   m_caption->setObjectName("Label9");
   m_hint->setObjectName("Label8");
+  m_legend->setObjectName("lblLegende");
   m_number->setObjectName("lblMerkerNr");
   m_messageField->setObjectName("mskMeldNr");
   m_phoneField->setObjectName("mskTelNr");
@@ -73,70 +164,69 @@ FlagPageWidget::FlagPageWidget(AppState& state, UserDialog& dialog, QWidget* par
   m_reception->setObjectName("cmdFlag");
   m_download->setObjectName("cmdEasy800Down");
   m_upload->setObjectName("cmdEasy800Up");
+  connect(m_grid, &FlagGrid::chosen, this, &FlagPageWidget::choose);
+  connect(m_grid, &FlagGrid::cursorChanged, this, &FlagPageWidget::paintLabels);
 
-  auto* grid = new QGridLayout;
-  grid->setSpacing(4);
-  for (int k = 0; k < kFlagCount; ++k) {
-    auto* label = new FlagLabel(k, this);
-    m_labels[static_cast<std::size_t>(k)] = label;
-    grid->addWidget(label, k / 8, k % 8);
-    connect(label, &FlagLabel::clicked, this, &FlagPageWidget::choose);
-  }
+  // Left: the flags and the transfer of the whole table. Right: the current flag and the
+  // commands on it. Every control has a place of its own that no text moves.
   auto* flagsBox = new QGroupBox(this);
   flagsBox->setObjectName("FrameReg0");
   auto* flagsLayout = new QVBoxLayout(flagsBox);
-  m_legend = new QLabel(flagsBox);
-  m_legend->setObjectName("lblLegende");
+  m_hint->setWordWrap(true);
   flagsLayout->addWidget(m_caption);
-  flagsLayout->addLayout(grid);
+  flagsLayout->addWidget(m_grid);
   flagsLayout->addWidget(m_legend);
   flagsLayout->addWidget(m_hint);
   flagsLayout->addStretch();
-  m_hint->setWordWrap(true);
+  auto* transfer = new QHBoxLayout;
+  transfer->addWidget(m_download);
+  transfer->addWidget(m_upload);
+  transfer->addStretch();
+  flagsLayout->addLayout(transfer);
 
   QFont big = m_number->font();
   big.setBold(true);
-  big.setPointSizeF(big.pointSizeF() * 1.3);
+  big.setPointSizeF(big.pointSizeF() * 1.2);
   m_number->setFont(big);
+  // Empty before the first flag is chosen: its height must not depend on its text.
+  m_number->setFixedHeight(m_number->fontMetrics().height() + 4);
+  const int fieldWidth =
+      m_messageField->fontMetrics().horizontalAdvance(QStringLiteral("8888")) + 16;
   for (QLineEdit* field : {m_messageField, m_phoneField}) {
     field->setMaxLength(3);
-    field->setMaximumWidth(70);
+    field->setFixedWidth(fieldWidth);
     // Pasted text bypasses the key filter; the validator keeps it to digits as well.
     field->setValidator(
         new QRegularExpressionValidator(QRegularExpression(QStringLiteral("\\d{0,3}")), field));
     field->installEventFilter(this);
   }
-  for (QLabel* label : {m_messageLabel, m_phoneLabel}) {
-    label->setWordWrap(true);
-    label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    label->setMinimumHeight(m_messageField->sizeHint().height());
-    label->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-  }
+  for (ElidedLabel* label : {m_messageLabel, m_phoneLabel})
+    label->setFixedHeight(m_messageField->sizeHint().height());
   auto* fields = new QGridLayout;
-  fields->addWidget(m_number, 0, 0, 1, 3);
-  fields->addWidget(m_messageCaption, 1, 0);
-  fields->addWidget(m_messageField, 1, 1);
-  fields->addWidget(m_messageLabel, 1, 2);
+  fields->setHorizontalSpacing(6);
+  fields->addWidget(m_messageCaption, 0, 0);
+  fields->addWidget(m_messageField, 0, 1);
+  fields->addWidget(m_messageLabel, 1, 0, 1, 2);
   fields->addWidget(m_phoneCaption, 2, 0);
   fields->addWidget(m_phoneField, 2, 1);
-  fields->addWidget(m_phoneLabel, 2, 2);
-  fields->setColumnStretch(2, 1);
-
-  auto* commands = new QHBoxLayout;
-  for (QPushButton* button : {m_set, m_clear, m_clearAll, m_reception}) commands->addWidget(button);
-  commands->addStretch();
-  auto* transfer = new QHBoxLayout;
-  transfer->addWidget(m_download);
-  transfer->addWidget(m_upload);
-  transfer->addStretch();
+  fields->addWidget(m_phoneLabel, 3, 0, 1, 2);
+  fields->setColumnStretch(0, 1);
 
   auto* side = new QGroupBox(this);
   side->setObjectName("Frame3");
+  // On a wide screen the column keeps a readable width instead of stretching its buttons.
+  auto* column = new QWidget(side);
+  column->setMaximumWidth(m_set->fontMetrics().averageCharWidth() * 50);
+  auto* columnLayout = new QVBoxLayout(column);
+  columnLayout->setContentsMargins(0, 0, 0, 0);
+  columnLayout->addWidget(m_number);
+  columnLayout->addLayout(fields);
+  columnLayout->addSpacing(4);
+  for (QPushButton* button : {m_set, m_clear, m_clearAll, m_reception})
+    columnLayout->addWidget(button);
   auto* sideLayout = new QVBoxLayout(side);
-  sideLayout->addLayout(fields);
-  sideLayout->addLayout(commands);
+  sideLayout->addWidget(column, 0, Qt::AlignLeft);
   sideLayout->addStretch();
-  sideLayout->addLayout(transfer);
 
   auto* layout = new QHBoxLayout(this);
   layout->addWidget(flagsBox);
@@ -189,6 +279,7 @@ bool FlagPageWidget::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FlagPageWidget::choose(int label) {
+  m_grid->setCursorIndex(label);
   if (ChooseFlag(m_page, m_state.project, label)) refresh();
 }
 
@@ -199,11 +290,14 @@ void FlagPageWidget::projectReplaced() {
 
 void FlagPageWidget::paintLabels() {
   const std::optional<int> reception = ReceptionFlag(m_state.project.flags);
+  const int cursor = m_grid->hasFocus() ? m_grid->cursorIndex() : -1;
   for (int k = 0; k < kFlagCount; ++k) {
-    FlagLabel* label = m_labels[static_cast<std::size_t>(k)];
+    FlagLabel* label = m_grid->label(k);
     const bool isReception = reception == k + 1;
-    label->setStyleSheet(
-        labelStyle(LabelColour(m_state.project, k), m_page.selectedLabel == k, isReception));
+    const Mark mark = k == cursor                 ? Mark::Cursor
+                      : m_page.selectedLabel == k ? Mark::Selected
+                                                  : Mark::None;
+    label->setStyleSheet(labelStyle(LabelColour(m_state.project, k), mark, isReception));
     QString tip = toQString(m_state.project.flags.entries[static_cast<std::size_t>(k + 1)]);
     if (isReception) tip = m_state.text(slot::kReceptionFlag) + " (" + tip + ")";
     label->setToolTip(tip);
@@ -217,8 +311,11 @@ void FlagPageWidget::refresh() {
   const QString phone = toQString(m_page.phoneField);
   if (m_messageField->text() != message) m_messageField->setText(message);
   if (m_phoneField->text() != phone) m_phoneField->setText(phone);
-  m_messageLabel->setText(toQString(m_page.messageLabel));
-  m_phoneLabel->setText(toQString(m_page.phoneLabel));
+  for (auto [label, text] : {std::pair{m_messageLabel, &m_page.messageLabel},
+                             std::pair{m_phoneLabel, &m_page.phoneLabel}}) {
+    label->setText(toQString(*text));
+    label->setToolTip(label->text());
+  }
   const bool chosen = m_page.currentFlag >= 1;
   for (QWidget* w :
        std::initializer_list<QWidget*>{m_messageField, m_phoneField, m_set, m_clear, m_reception}) {

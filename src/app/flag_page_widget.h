@@ -31,6 +31,47 @@ class FlagLabel : public QLabel {
   int m_index;
 };
 
+// The 32 labels as one stop of the tab chain: the arrow keys move a cursor over them, Home and
+// End jump to the first and the last, Enter or Space chooses the flag under the cursor.
+class FlagGrid : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit FlagGrid(QWidget* parent);
+
+  [[nodiscard]] FlagLabel* label(int index) const {
+    return m_labels[static_cast<std::size_t>(index)];
+  }
+  [[nodiscard]] int cursorIndex() const { return m_cursor; }
+  void setCursorIndex(int index);
+
+ signals:
+  void chosen(int index);
+  // The cursor moved, or the grid gained or lost the focus: the labels need painting again.
+  void cursorChanged();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+
+ private:
+  std::array<FlagLabel*, kFlagCount> m_labels{};
+  int m_cursor = 0;
+};
+
+// A one-line label that shows as much of its text as fits and ends it with "…"; its width never
+// follows the text, so the controls around it keep their places whatever it shows.
+class ElidedLabel : public QLabel {
+  Q_OBJECT
+
+ public:
+  explicit ElidedLabel(QWidget* parent);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+};
+
 class FlagPageWidget : public QWidget {
   Q_OBJECT
 
@@ -59,17 +100,17 @@ class FlagPageWidget : public QWidget {
   AppState& m_state;
   UserDialog& m_dialog;
   FlagPage m_page;
-  std::array<FlagLabel*, kFlagCount> m_labels{};
+  FlagGrid* m_grid;
   QLabel* m_caption;
   QLabel* m_hint;
-  QLabel* m_legend = nullptr;
+  QLabel* m_legend;
   QLabel* m_number;
   QLabel* m_messageCaption;
   QLabel* m_phoneCaption;
   QLineEdit* m_messageField;
   QLineEdit* m_phoneField;
-  QLabel* m_messageLabel;
-  QLabel* m_phoneLabel;
+  ElidedLabel* m_messageLabel;
+  ElidedLabel* m_phoneLabel;
   QPushButton* m_set;
   QPushButton* m_clear;
   QPushButton* m_clearAll;

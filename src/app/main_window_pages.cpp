@@ -1,5 +1,6 @@
 // The four pages of `Eingabe` and the left pane: building them and wiring their controls.
 
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -19,6 +20,39 @@ namespace {
 // The splitter keeps both sides at least this wide (twips).
 constexpr double kMinimumPaneTwips = 1500;
 
+// Room for a whole phone number: "+" and twenty digits.
+QString longestPhoneNumber() { return QStringLiteral("+") + QString(kMaxPhoneLength, '8'); }
+
+// Widths that follow the font, so that both languages and every screen show whole columns.
+// The text column takes whatever the window leaves, never the comment.
+void shapeColumns(QTableView* view, TableKind kind) {
+  QHeaderView* header = view->horizontalHeader();
+  header->setStretchLastSection(false);
+  const QFontMetrics metrics = view->fontMetrics();
+  const int comment = metrics.averageCharWidth() * 18;
+  switch (kind) {
+    case TableKind::Messages:
+      for (int column = 0; column < 3; ++column) {
+        header->setSectionResizeMode(column, QHeaderView::Fixed);
+        view->setColumnWidth(column, 28);
+      }
+      header->setSectionResizeMode(3, QHeaderView::Stretch);
+      header->setSectionResizeMode(4, QHeaderView::Interactive);
+      view->setColumnWidth(4, comment);
+      break;
+    case TableKind::Filters:
+      header->setSectionResizeMode(0, QHeaderView::Stretch);
+      header->setSectionResizeMode(1, QHeaderView::Interactive);
+      view->setColumnWidth(1, comment);
+      break;
+    case TableKind::Phones:
+      header->setSectionResizeMode(0, QHeaderView::Interactive);
+      view->setColumnWidth(0, metrics.horizontalAdvance(longestPhoneNumber()) + 12);
+      header->setSectionResizeMode(1, QHeaderView::Stretch);
+      break;
+  }
+}
+
 }  // namespace
 
 QTableView* Anfang::buildTable(TableKind kind, ProjectTableModel* model, const char* name) {
@@ -30,8 +64,10 @@ QTableView* Anfang::buildTable(TableKind kind, ProjectTableModel* model, const c
   view->setAlternatingRowColors(true);
   view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 6);
   view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  view->horizontalHeader()->setStretchLastSection(true);
   view->setWordWrap(false);
+  // Tab leaves the table for the next control; the arrow keys move within it.
+  view->setTabKeyNavigation(false);
+  shapeColumns(view, kind);
   m_views[tableIndex(kind)] = view;
   auto* editor = new TableEditor(view, model, kind, m_state);
   connect(editor, &TableEditor::edited, this, &Anfang::edited);
@@ -106,8 +142,6 @@ QWidget* Anfang::buildMessagesPage() {
   layout->addWidget(label(page, "Label3"));
   QTableView* view =
       buildTable(TableKind::Messages, m_models[tableIndex(TableKind::Messages)], "MeldTabelle");
-  for (int column = 0; column < 3; ++column) view->setColumnWidth(column, 34);
-  view->setColumnWidth(3, 420);
   layout->addWidget(view, 1);
   QPushButton* download = button(page, "cmdMeldDown");
   QPushButton* upload = button(page, "cmdMeldUp");
@@ -132,7 +166,6 @@ QWidget* Anfang::buildFiltersPage() {
   layout->addWidget(label(page, "lblFilterInfo"));
   QTableView* view =
       buildTable(TableKind::Filters, m_models[tableIndex(TableKind::Filters)], "FilterTabelle");
-  view->setColumnWidth(0, 420);
   layout->addWidget(view, 1);
   return page;
 }
@@ -143,7 +176,6 @@ QWidget* Anfang::buildPhonesPage() {
   tableSide->addWidget(label(page, "Label6"));
   QTableView* view =
       buildTable(TableKind::Phones, m_models[tableIndex(TableKind::Phones)], "TelTabelle");
-  view->setColumnWidth(0, 180);
   tableSide->addWidget(view, 1);
   auto* phoneButtons = new QHBoxLayout;
   QPushButton* telDown = button(page, "cmdTelDown");
@@ -153,7 +185,6 @@ QWidget* Anfang::buildPhonesPage() {
   phoneButtons->addWidget(telDown);
   phoneButtons->addWidget(telUp);
   phoneButtons->addStretch();
-  tableSide->addLayout(phoneButtons);
 
   auto* frame = new QGroupBox(page);
   frame->setObjectName("Frame1");
@@ -161,11 +192,14 @@ QWidget* Anfang::buildPhonesPage() {
   m_smsCentre = new QLineEdit(frame);
   m_smsCentre->setObjectName("txtSMSC");
   m_smsCentre->setMaxLength(kMaxPhoneLength);
+  // The whole number stays in sight, its leading "+" above all.
+  m_smsCentre->setMinimumWidth(m_smsCentre->fontMetrics().horizontalAdvance(longestPhoneNumber()) +
+                               16);
   QPushButton* list = button(frame, "cmdSMSCList");
   connect(list, &QPushButton::clicked, this, [this] { m_devices->smsCentreList(); });
   auto* smscRow = new QHBoxLayout;
-  smscRow->addWidget(m_smsCentre, 1);
   smscRow->addWidget(list);
+  smscRow->addStretch();
   m_pin = new QLineEdit(frame);
   m_pin->setObjectName("PinNummer");
   // Four digits; an empty box reads "____", the form the project keeps for "no PIN".
@@ -174,26 +208,26 @@ QWidget* Anfang::buildPhonesPage() {
   m_station = new QLineEdit(frame);
   m_station->setObjectName("edStation");
   form->addWidget(label(frame, "lblSMSC"));
+  form->addWidget(m_smsCentre);
   form->addLayout(smscRow);
-  form->addSpacing(8);
   form->addWidget(label(frame, "lblPin"));
   form->addWidget(m_pin);
   form->addWidget(label(frame, "lblPinInfo"));
-  form->addSpacing(8);
   form->addWidget(label(frame, "lblStation"));
   form->addWidget(m_station);
   form->addWidget(label(frame, "Label1Tel"));
   form->addWidget(label(frame, "lblPcOnly"));
+  form->addStretch();
+  // The PIN's buttons sit under the frame, beside the phone numbers' own, so that the frame
+  // keeps its height for the texts.
   auto* configButtons = new QHBoxLayout;
-  QPushButton* down = button(frame, "cmdDown");
-  QPushButton* up = button(frame, "cmdUp");
+  QPushButton* down = button(page, "cmdDown");
+  QPushButton* up = button(page, "cmdUp");
   connect(down, &QPushButton::clicked, this, [this] { m_devices->downloadConfiguration(); });
   connect(up, &QPushButton::clicked, this, [this] { m_devices->uploadConfiguration(); });
+  configButtons->addStretch();
   configButtons->addWidget(down);
   configButtons->addWidget(up);
-  configButtons->addStretch();
-  form->addStretch();
-  form->addLayout(configButtons);
 
   connect(m_smsCentre, &QLineEdit::textEdited, this,
           [this](const QString& text) { m_state.project.smsCentre = fromQString(text); });
@@ -204,9 +238,13 @@ QWidget* Anfang::buildPhonesPage() {
     m_state.project.changed = true;
   });
 
-  auto* layout = new QHBoxLayout(page);
-  layout->addLayout(tableSide, 3);
-  layout->addWidget(frame, 2);
+  auto* layout = new QGridLayout(page);
+  layout->addLayout(tableSide, 0, 0);
+  layout->addWidget(frame, 0, 1);
+  layout->addLayout(phoneButtons, 1, 0);
+  layout->addLayout(configButtons, 1, 1);
+  layout->setColumnStretch(0, 3);
+  layout->setColumnStretch(1, 2);
   return page;
 }
 

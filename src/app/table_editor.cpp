@@ -37,7 +37,8 @@ void TableEditor::edit(int row, int column, int key) {
     answer = box.run(title, start);
   } else {
     TextEntryBox box(m_view->window(), m_state.texts);
-    answer = box.run(title, start, rule.maxLength);
+    // Comments and names stay in the PC: the phone never shows them.
+    answer = box.run(title, start, rule.maxLength, rule.titleSlot != slot::kEditComment);
   }
   ApplyEntryResult(m_state.project, m_kind, row, column,
                    EntryResult::fromBoxText(std::move(answer)));
