@@ -17,6 +17,7 @@
 #include "app/about_dialog.h"
 #include "app/flag_page_widget.h"
 #include "app/icons.h"
+#include "app/keyboard.h"
 #include "app/left_pane.h"
 #include "app/message_box_dialog.h"
 #include "app/qt_text.h"
@@ -59,8 +60,11 @@ Anfang::Anfang(AnfangServices services, QWidget* parent)
   m_status = std::make_unique<StatusPanels>(statusBar());
   m_print = std::make_unique<PrintService>(*m_dialog);
   buildMenus();
+  addStandardShortcuts(this);
   buildToolbar();
   buildPages();
+  keepTransfersOffTheKeyboard();
+  new FocusMarker(this);
   m_devices = m_services.devices ? m_services.devices(*this)
                                  : std::make_unique<UnavailableDeviceCommands>(*this);
   connect(&m_clock, &QTimer::timeout, this, &Anfang::tick);

@@ -107,6 +107,7 @@ class Anfang : public QMainWindow, public AppShell {
   void recordRecent(const QString& path);
   void refreshRecentMenu();
   void runHelp(const QString& file);
+  void keepTransfersOffTheKeyboard();
   void openTrafficLog();
   void showAbout();
   void print();

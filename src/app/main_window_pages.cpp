@@ -118,6 +118,15 @@ void Anfang::buildPages() {
   setCentralWidget(m_splitter);
 }
 
+void Anfang::keepTransfersOffTheKeyboard() {
+  // A Space meant for a table must never start a transfer: the buttons that talk to the module
+  // take no keyboard focus. The Connection menu and the mouse reach them.
+  for (const char* name : {"cmdMeldDown", "cmdMeldUp", "cmdTelDown", "cmdTelUp", "cmdDown", "cmdUp",
+                           "cmdEasy800Down", "cmdEasy800Up"}) {
+    if (auto* transfer = findChild<QPushButton*>(name)) transfer->setFocusPolicy(Qt::NoFocus);
+  }
+}
+
 namespace {
 
 QPushButton* button(QWidget* parent, const char* name) {

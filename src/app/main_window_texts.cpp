@@ -7,6 +7,7 @@
 
 #include "app/flag_page_widget.h"
 #include "app/icons.h"
+#include "app/keyboard.h"
 #include "app/left_pane.h"
 #include "app/main_window.h"
 
@@ -115,6 +116,7 @@ void Anfang::applyCaptions() {
   }
   refreshRecentMenu();
   refreshGauge();
+  addMnemonics(menuBar());
   m_status->setStatus(StatusPanel::LastTransfer,
                       LastTransferText(m_state.lastTransfer, m_state.texts));
 }

@@ -59,6 +59,13 @@ bool TableEditor::eventFilter(QObject* watched, QEvent* event) {
     return QObject::eventFilter(watched, event);
   }
   const int column = ProjectTableModel::dataColumn(current);
+  // Space is the keyboard's double click on a mark: it toggles it.
+  if (keyEvent->key() == Qt::Key_Space && m_kind == TableKind::Messages &&
+      ToggleMark(m_state.project, ProjectTableModel::dataRow(current), column)) {
+    m_model->cellChanged(ProjectTableModel::dataRow(current), column);
+    emit edited();
+    return true;
+  }
   if (EditRuleFor(m_kind, column).box == EntryBox::None)
     return QObject::eventFilter(watched, event);
   edit(ProjectTableModel::dataRow(current), column, code);
