@@ -21,6 +21,7 @@
 #include "app/app_state.h"
 #include "app/device_commands.h"
 #include "app/file_picker.h"
+#include "app/qt_translations.h"
 #include "app/status_panels.h"
 #include "app/table_model.h"
 #include "print/qt/print_service.h"
@@ -138,6 +139,7 @@ class Anfang : public QMainWindow, public AppShell {
   QLineEdit* m_station = nullptr;
   std::array<QAction*, 4> m_recentActions{};
   QTimer m_clock;
+  QtTranslations m_qtTexts;
 };
 
 }  // namespace quillon::app

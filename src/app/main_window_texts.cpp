@@ -117,6 +117,8 @@ void Anfang::applyCaptions() {
   refreshRecentMenu();
   refreshGauge();
   addMnemonics(menuBar());
+  // Qt's own texts (standard buttons, file and print dialogs) follow the language too.
+  m_qtTexts.use(m_state.language);
   m_status->setStatus(StatusPanel::LastTransfer,
                       LastTransferText(m_state.lastTransfer, m_state.texts));
 }

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QtTest>
@@ -25,6 +26,7 @@ class MainWindowTest : public QObject {
   void startUpReadsSettings();
   void titleIsShortenedPastFiftyCharacters();
   void languageSwitchReappliesCaptions();
+  void qtTextsFollowTheLanguage();
   void everyCommandReachesItsTarget();
   void clearTableAsksFirst();
   void onlyPinEditsCountAsChanges();
@@ -170,6 +172,30 @@ void MainWindowTest::languageSwitchReappliesCaptions() {
   QCOMPARE(h.dialog.texts(), std::vector<std::string>{"wirklich beenden"});
   h.find<QAction>("mnuLangEnglish")->trigger();
   QCOMPARE(captions(), english);
+}
+
+void MainWindowTest::qtTextsFollowTheLanguage() {
+  // Qt's own words in its boxes and file dialog come from the translations Qt ships; a German
+  // start and a switch back to English both take effect at once.
+  auto qtWords = [] {
+    QMessageBox box;
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    return QStringList{box.button(QMessageBox::Yes)->text(), box.button(QMessageBox::No)->text(),
+                       box.button(QMessageBox::Cancel)->text(),
+                       QCoreApplication::translate("QFileDialog", "Look in:")};
+  };
+  const QStringList english = {"&Yes", "&No", "Cancel", "Look in:"};
+  const QStringList german = {"&Ja", "&Nein", "Abbrechen", "Suchen in:"};
+  Harness h([](QSettings& s) { s.setValue("Language/MyLang", "1"); });
+  QCOMPARE(qtWords(), german);
+  h.find<QAction>("mnuLangEnglish")->trigger();
+  QCOMPARE(qtWords(), english);
+  h.find<QAction>("mnuLangGerman")->trigger();
+  QCOMPARE(qtWords(), german);
+  // The program's own texts are the text table's, never Qt's: the close question stays as it is.
+  h.dialog.answer(BoxAnswer::Cancel);
+  QVERIFY(!h.window->close());
+  QCOMPARE(h.dialog.texts(), std::vector<std::string>{"wirklich beenden"});
 }
 
 void MainWindowTest::everyCommandReachesItsTarget() {
