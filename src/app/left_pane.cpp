@@ -7,6 +7,18 @@
 
 namespace quillon::app {
 
+void ProjectFileFilter::setFolder(const QModelIndex& folder) {
+  m_folder = folder;
+  invalidateFilter();
+}
+
+bool ProjectFileFilter::filterAcceptsRow(int row, const QModelIndex& parent) const {
+  // The folders above the listed one must stay, or the list could not be rooted in it.
+  if (parent != m_folder) return true;
+  const auto* files = static_cast<const QFileSystemModel*>(sourceModel());
+  return !files->isDir(files->index(row, 0, parent));
+}
+
 LeftPane::LeftPane(QWidget* parent)
     : QWidget(parent),
       m_drives(new QComboBox(this)),
@@ -14,6 +26,7 @@ LeftPane::LeftPane(QWidget* parent)
       m_split(new QSplitter(Qt::Vertical, this)),
       m_dirModel(new QFileSystemModel(this)),
       m_fileModel(new QFileSystemModel(this)),
+      m_fileFilter(new ProjectFileFilter(this)),
       m_dirs(new QTreeView(m_split)),
       m_files(new QListView(m_split)) {
   setObjectName("picLeft");
@@ -43,7 +56,8 @@ LeftPane::LeftPane(QWidget* parent)
   m_fileModel->setFilter(QDir::Files);
   m_fileModel->setNameFilters({QStringLiteral("*.EAY")});
   m_fileModel->setNameFilterDisables(false);
-  m_files->setModel(m_fileModel);
+  m_fileFilter->setSourceModel(m_fileModel);
+  m_files->setModel(m_fileFilter);
 
   m_split->setChildrenCollapsible(false);
   m_split->setStretchFactor(0, 3);
@@ -66,8 +80,14 @@ LeftPane::LeftPane(QWidget* parent)
     setDirectory(m_dirModel->filePath(index));
     m_follow = false;
   });
-  connect(m_files, &QListView::doubleClicked, this,
-          [this](const QModelIndex& index) { emit fileActivated(m_fileModel->filePath(index)); });
+  connect(m_files, &QListView::doubleClicked, this, [this](const QModelIndex& index) {
+    const QModelIndex file = m_fileFilter->mapToSource(index);
+    if (m_fileModel->isDir(file)) {
+      setDirectory(m_fileModel->filePath(file));
+    } else {
+      emit fileActivated(m_fileModel->filePath(file));
+    }
+  });
 }
 
 bool LeftPane::eventFilter(QObject* watched, QEvent* event) {
@@ -115,9 +135,19 @@ void LeftPane::setDirectory(const QString& path) {
   }
   if (best >= 0) m_drives->setCurrentIndex(best);
   showCurrentFolder();
-  m_files->setRootIndex(m_fileModel->setRootPath(folder));
+  const QModelIndex root = m_fileModel->setRootPath(folder);
+  m_fileFilter->setFolder(root);
+  m_files->setRootIndex(m_fileFilter->mapFromSource(root));
   m_caption->setText(QDir::toNativeSeparators(folder));
   m_caption->setToolTip(m_caption->text());
+}
+
+QStringList LeftPane::listedFiles() const {
+  QStringList names;
+  const QModelIndex root = m_files->rootIndex();
+  for (int row = 0; row < m_fileFilter->rowCount(root); ++row)
+    names << m_fileFilter->index(row, 0, root).data().toString();
+  return names;
 }
 
 void LeftPane::setCaptions(const QString& drive, const QString& directory, const QString& files) {

@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QtTest>
 
+#include "app/left_pane.h"
 #include "app_harness.h"
 
 using quillon::BoxAnswer;
@@ -19,6 +20,7 @@ class FileCommandsTest : public QObject {
   void openAsksToSaveFirst();
   void saveWritesTheFileAndNewKeepsItsName();
   void missingRecentFileIsRemoved();
+  void fileListHoldsOnlyProjectFiles();
 };
 
 namespace {
@@ -168,6 +170,25 @@ void FileCommandsTest::missingRecentFileIsRemoved() {
   h.activate("MenuFileIns8");
   QCOMPARE(h.project().messages.cell(1, 4), std::string("Da"));
   QCOMPARE(h.window->state().currentFile, present);
+}
+
+void FileCommandsTest::fileListHoldsOnlyProjectFiles() {
+  // A folder the list has shown once must not turn up among its parent's project files.
+  QTemporaryDir dir;
+  QVERIFY(QDir(dir.path()).mkdir("Anlage"));
+  for (const QString& name : {QString("Nord.EAY"), QString("Anlage/Sued.EAY")}) {
+    QFile file(dir.filePath(name));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+  }
+  quillon::app::LeftPane pane;
+  pane.show();
+  pane.setDirectory(dir.filePath("Anlage"));
+  QTRY_COMPARE(pane.listedFiles(), QStringList{"Sued.EAY"});
+  pane.setDirectory(dir.path());
+  QTRY_COMPARE(pane.listedFiles(), QStringList{"Nord.EAY"});
+  // The folder would still be listed if it came back: only the file stays.
+  QCoreApplication::processEvents();
+  QCOMPARE(pane.listedFiles(), QStringList{"Nord.EAY"});
 }
 
 QTEST_MAIN(FileCommandsTest)
