@@ -29,23 +29,6 @@ DeviceCommandsFactory moduleCommandsFactory(ModuleCommandsOptions options) {
   };
 }
 
-QString takePortArgument(QStringList& arguments) {
-  for (qsizetype i = 1; i < arguments.size(); ++i) {
-    const QString& argument = arguments[i];
-    if (argument.startsWith(QStringLiteral("--port="))) {
-      const QString value = argument.mid(7);
-      arguments.removeAt(i);
-      return value;
-    }
-    if (argument == QStringLiteral("--port") && i + 1 < arguments.size()) {
-      const QString value = arguments[i + 1];
-      arguments.remove(i, 2);
-      return value;
-    }
-  }
-  return {};
-}
-
 ModuleCommands::ModuleCommands(AppShell& shell, ModuleCommandsOptions options)
     : m_shell(shell),
       m_options(std::move(options)),

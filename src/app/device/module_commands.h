@@ -38,10 +38,7 @@ struct ModuleCommandsOptions {
 
 [[nodiscard]] DeviceCommandsFactory moduleCommandsFactory(ModuleCommandsOptions options = {});
 
-// Takes "--port DEV" or "--port=DEV" out of `arguments`; the value, or an empty text.
-[[nodiscard]] QString takePortArgument(QStringList& arguments);
-
-class ModuleCommands : public QObject, public DeviceCommands {
+class ModuleCommands : public QObject, public DeviceCommands, private TransferObserver {
   Q_OBJECT
 
  public:
