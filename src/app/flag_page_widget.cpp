@@ -217,6 +217,7 @@ FlagPageWidget::FlagPageWidget(AppState& state, UserDialog& dialog, QWidget* par
   // On a wide screen the column keeps a readable width instead of stretching its buttons.
   auto* column = new QWidget(side);
   column->setMaximumWidth(m_set->fontMetrics().averageCharWidth() * 50);
+  column->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   auto* columnLayout = new QVBoxLayout(column);
   columnLayout->setContentsMargins(0, 0, 0, 0);
   columnLayout->addWidget(m_number);
@@ -224,8 +225,11 @@ FlagPageWidget::FlagPageWidget(AppState& state, UserDialog& dialog, QWidget* par
   columnLayout->addSpacing(4);
   for (QPushButton* button : {m_set, m_clear, m_clearAll, m_reception})
     columnLayout->addWidget(button);
+  auto* columnRow = new QHBoxLayout;
+  columnRow->addWidget(column, 1);
+  columnRow->addStretch(0);
   auto* sideLayout = new QVBoxLayout(side);
-  sideLayout->addWidget(column, 0, Qt::AlignLeft);
+  sideLayout->addLayout(columnRow);
   sideLayout->addStretch();
 
   auto* layout = new QHBoxLayout(this);

@@ -145,10 +145,11 @@ void ModuleCommands::report(int commandSlot, int result) {
     report.result = kResultRefusedByModule;
     step = m_refusedLabel;
   }
-  // The kind of data is worth naming when the command covers several kinds, and when the
-  // identity read in front of the command is what failed.
+  // The kind of data a command failed at is worth naming when the command covers several kinds,
+  // and when the identity read in front of the command is what failed.
   const bool several = commandSlot == slot::kDownloadAll || commandSlot == slot::kReadAll;
-  if ((several || step == kLabelVersion) && commandSlot != slot::kFirmwareVersion)
+  if (report.result != kResultOk && (several || step == kLabelVersion) &&
+      commandSlot != slot::kFirmwareVersion)
     report.stepSlot = stepSlot(step);
 
   const PortId port = currentPort();
