@@ -16,6 +16,7 @@
 
 #include "app/about_dialog.h"
 #include "app/flag_page_widget.h"
+#include "app/help_window.h"
 #include "app/icons.h"
 #include "app/keyboard.h"
 #include "app/left_pane.h"
@@ -308,12 +309,13 @@ void Anfang::clearCurrentTable() {
 
 void Anfang::runHelp(const QString& file) {
   if (m_services.startProgram(QStringLiteral("winhelp"), {file})) return;
-  const std::string command = "winhelp " + fromQString(file);
-  m_dialog->tell(kMainTitle,
-                 m_state.texts.german()
-                     ? "Der Hilfe-Betrachter konnte nicht gestartet werden: " + command
-                     : "The help viewer could not be started: " + command,
-                 BoxIcon::Exclamation);
+  // No help viewer on this system: the manual inside the program stands in for both files.
+  if (!m_help) {
+    m_help = new HelpWindow(this);
+    m_help->setAttribute(Qt::WA_DeleteOnClose, false);
+  }
+  m_help->showManual(m_state.language,
+                     file == QStringLiteral("FIRSTSTEP.hlp") ? kManualFirstSteps : kManualContents);
 }
 
 void Anfang::showAbout() {

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QPointer>
 #include <QPushButton>
 #include <QSettings>
 #include <QSplitter>
@@ -21,6 +22,7 @@
 #include "app/app_state.h"
 #include "app/device_commands.h"
 #include "app/file_picker.h"
+#include "app/help_window.h"
 #include "app/qt_translations.h"
 #include "app/status_panels.h"
 #include "app/table_model.h"
@@ -85,6 +87,8 @@ class Anfang : public QMainWindow, public AppShell {
 
   [[nodiscard]] QString panelText(StatusPanel panel) const;
   [[nodiscard]] ProjectTableModel* model(TableKind kind) const;
+  // The built-in manual, once a help command has opened it.
+  [[nodiscard]] HelpWindow* helpWindow() const { return m_help; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -140,6 +144,7 @@ class Anfang : public QMainWindow, public AppShell {
   std::array<QAction*, 4> m_recentActions{};
   QTimer m_clock;
   QtTranslations m_qtTexts;
+  QPointer<HelpWindow> m_help;
 };
 
 }  // namespace quillon::app

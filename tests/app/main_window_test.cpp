@@ -2,10 +2,12 @@
 // settings, the language switch, the toolbar, menu and page commands, and clearing a table.
 
 #include <QAction>
+#include <QFile>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTabWidget>
 #include <QtTest>
 
@@ -27,6 +29,7 @@ class MainWindowTest : public QObject {
   void titleIsShortenedPastFiftyCharacters();
   void languageSwitchReappliesCaptions();
   void qtTextsFollowTheLanguage();
+  void manualCoversEveryResultInBothLanguages();
   void everyCommandReachesItsTarget();
   void clearTableAsksFirst();
   void onlyPinEditsCountAsChanges();
@@ -198,6 +201,28 @@ void MainWindowTest::qtTextsFollowTheLanguage() {
   QCOMPARE(h.dialog.texts(), std::vector<std::string>{"wirklich beenden"});
 }
 
+void MainWindowTest::manualCoversEveryResultInBothLanguages() {
+  // Both manuals have the chapters the Help menu opens and one for each failure result 1 to 8,
+  // and every picture they show is built into the program.
+  quillon::app::HelpWindow help;
+  for (const int language : {0, 1}) {
+    QFile page(":" + quillon::app::manualUrl(language).path());
+    QVERIFY2(page.open(QIODevice::ReadOnly), qPrintable(page.fileName()));
+    const QString html = QString::fromUtf8(page.readAll());
+    QStringList anchors = {"contents", "first-steps"};
+    for (int result = 1; result <= 8; ++result) anchors << QString("result-%1").arg(result);
+    for (const QString& anchor : anchors)
+      QVERIFY2(html.contains("id=\"" + anchor + "\""), qPrintable(page.fileName() + " " + anchor));
+    const QRegularExpression picture("<img src=\"([^\"]+)\"");
+    int pictures = 0;
+    for (const auto& match : picture.globalMatch(html)) {
+      ++pictures;
+      QVERIFY2(QFile::exists(":/manual/" + match.captured(1)), qPrintable(match.captured(1)));
+    }
+    QVERIFY(pictures >= 6);
+  }
+}
+
 void MainWindowTest::everyCommandReachesItsTarget() {
   Harness h;
   const QStringList wiring = QString(kWiring).split(',');
@@ -211,12 +236,19 @@ void MainWindowTest::everyCommandReachesItsTarget() {
   h.activate("MenuFilePrint");
   QVERIFY(cancel.ran);
 
-  h.activate("MenuHelpFirst");
-  h.activate("tbHelp");
-  QCOMPARE(h.started, (QStringList{"winhelp FIRSTSTEP.hlp", "winhelp HXB27.hlp"}));
-  QCOMPARE(h.dialog.texts(),
-           (std::vector<std::string>{"The help viewer could not be started: winhelp FIRSTSTEP.hlp",
-                                     "The help viewer could not be started: winhelp HXB27.hlp"}));
+  // The help viewer is tried first; where it cannot start, the built-in manual opens instead,
+  // at the first steps or at its contents, and no box is shown.
+  QStringList anchors;
+  for (const char* command : {"MenuHelpFirst", "tbHelp", "MenuHelpManual"}) {
+    h.activate(command);
+    quillon::app::HelpWindow* help = h.window->helpWindow();
+    QVERIFY(help && help->isVisible());
+    anchors << help->browser()->source().fragment();
+  }
+  QCOMPARE(anchors, (QStringList{"first-steps", "contents", "contents"}));
+  QCOMPARE(h.started,
+           (QStringList{"winhelp FIRSTSTEP.hlp", "winhelp HXB27.hlp", "winhelp HXB27.hlp"}));
+  QVERIFY(h.dialog.boxes.empty());
 }
 
 void MainWindowTest::clearTableAsksFirst() {

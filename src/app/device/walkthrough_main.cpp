@@ -34,7 +34,15 @@ bool g_failed = false;
 
 void shoot(const QString& path) {
   QApplication::processEvents();
-  if (!QGuiApplication::primaryScreen()->grabWindow(0).save(path)) {
+  // The part of the screen the program's windows cover, with a small margin.
+  QRect covered;
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible()) covered |= window->frameGeometry();
+  }
+  covered = covered.adjusted(-8, -8, 8, 8) & QGuiApplication::primaryScreen()->geometry();
+  if (!QGuiApplication::primaryScreen()
+           ->grabWindow(0, covered.x(), covered.y(), covered.width(), covered.height())
+           .save(path)) {
     std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
     g_failed = true;
   }
@@ -88,8 +96,6 @@ int main(int argc, char* argv[]) {
   const double dpi = QGuiApplication::primaryScreen()->logicalDotsPerInch();
   settings.setValue("Settings/MainLeft", quillon::app::pixelsToTwips(20, dpi));
   settings.setValue("Settings/MainTop", quillon::app::pixelsToTwips(20, dpi));
-  settings.setValue("Settings/MainWidth", quillon::app::pixelsToTwips(1180, dpi));
-  settings.setValue("Settings/MainHeight", quillon::app::pixelsToTwips(720, dpi));
   settings.setValue("Settings/MyDir", QFileInfo(project).absolutePath());
 
   DefaultAnswers answers;
@@ -107,8 +113,12 @@ int main(int argc, char* argv[]) {
   QTimer::singleShot(1500, &window, [&] {
     // 1. Download all, pictured with the transfer window's details open half-way.
     quillon::app::device::Term* term = &commands->term();
-    whenReady([term] { return term->isVisible(); },
-              [term] { term->findChild<QPushButton*>("Command1")->click(); });
+    // Every transfer opens short: the details are opened once the messages are on their way.
+    whenReady(
+        [term] {
+          return term->isVisible() && term->findChild<QLabel*>("lblInhalt")->text() == "Messages";
+        },
+        [term] { term->findChild<QPushButton*>("Command1")->click(); });
     whenReady(
         [term] {
           return term->isVisible() && term->windowTitle() == "Download active" &&
