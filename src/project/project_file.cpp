@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "project/file_history.h"
 #include "project/flag_assignment.h"
 #include "project/number_text.h"
 #include "project/read_file.h"
@@ -269,7 +270,7 @@ std::string ProjectFileBytes(Project& project, UserDialog& dialog, const Program
 
 WriteResult ProjectFileSave(const std::filesystem::path& path, Project& project, UserDialog& dialog,
                             const ProgramVersion& version) {
-  return WriteFileReplacing(path, ProjectFileBytes(project, dialog, version));
+  return WriteKeepingHistory(path, ProjectFileBytes(project, dialog, version));
 }
 
 void ProjectFileLoadBytes(std::string_view bytes, Project& project, const UiTexts& texts,
