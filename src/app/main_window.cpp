@@ -167,6 +167,7 @@ void Anfang::buildMenus() {
   addAction(file, "MenuFileOpen", &Anfang::fileOpen);
   addAction(file, "MenuFileSave", &Anfang::fileSave);
   addAction(file, "MenuFileSaveAs", &Anfang::fileSaveAs);
+  addAction(file, "MenuFileVersions", &Anfang::previousVersions);
   file->addSeparator();
   addAction(file, "MenuFilePrint", &Anfang::print);
   addAction(file, "MenuFileIns5", [this] { m_print->showPrinterSetup(this); });
