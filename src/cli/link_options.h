@@ -16,13 +16,14 @@ struct LinkOptions {
   bool yes = false;
   TimeOfDay replyTimeout = 20000;
   bool log = false;
+  std::string logFile;  // --log=FILE; empty: the log is named after the moment it is opened
 };
 
 // The shared entries, to put in front of a command's own in its option table.
 inline constexpr OptionEntry kPortOption{"--port", true};
 inline constexpr OptionEntry kYesOption{"--yes", false};
 inline constexpr OptionEntry kReplyTimeoutOption{"--reply-timeout", true};
-inline constexpr OptionEntry kLogOption{"--log", false};
+inline constexpr OptionEntry kLogOption{"--log", false, {}, true};
 
 // The shared options out of `parsed`; an error text when --port is missing or the time-out is
 // not a number of seconds.
@@ -38,7 +39,9 @@ inline constexpr OptionEntry kLogOption{"--log", false};
   "  --yes                    answers \"Telvane ready ?\" (otherwise it is asked on the\n" \
   "                           terminal, and declined without one)\n"                       \
   "  --reply-timeout SECONDS  how long to wait for each reply (default 20)\n"              \
-  "  --log                    logs the serial traffic to a file in this directory\n"
+  "  --log[=FILE]             logs the serial traffic to FILE, which is replaced when\n"   \
+  "                           the command ends; without FILE to yyyy_dd_mm + seconds\n"    \
+  "                           of the day + .LOG here (the next free second if taken)\n"
 
 // Progress, Ctrl-C and the exit status, shared by the transfer commands.
 #define QUILLON_CLI_TRANSFER_HELP                                                        \
