@@ -1,5 +1,5 @@
-// The file commands of the main window: New, Open, Save, Save as, the recent files, the save
-// prompt and loading from the file list.
+// The file commands of the main window: New, Open, Save, Save as, Previous versions, the recent
+// files, the save prompt and loading from the file list.
 
 #include <QApplication>
 #include <QDir>

@@ -52,7 +52,8 @@ bool lockedAndStillThere(int fd, const std::filesystem::path& path) {
 }
 
 void removeIfAbandoned(const std::filesystem::path& path) {
-  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
+  // Opened for writing: where locks are emulated (NFS), an exclusive lock needs it.
+  const int fd = ::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
   if (fd < 0) return;
   struct stat opened {};
   struct stat named {};
