@@ -112,7 +112,7 @@ void Anfang::previousVersions() {
   const bool german = m_state.texts.german();
   if (versions.empty()) {
     m_dialog->tell(kMainTitle,
-                   (german ? "Keine fr\xFChren Versionen von " : "No previous versions of ") +
+                   (german ? "Keine fr\xFCheren Versionen von " : "No previous versions of ") +
                        fromQString(QDir::toNativeSeparators(m_state.currentFile)));
     return;
   }

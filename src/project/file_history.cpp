@@ -55,6 +55,7 @@ std::optional<KeptVersion> parseVersionName(const std::string& fileName, const s
     }
     if (kept.sequence < 2) return std::nullopt;
   }
+  // "2024-06-11_10-32-05" is shown as "2024-06-11 10:32:05".
   std::string time = kept.stamp;
   time[10] = ' ';
   time[13] = ':';

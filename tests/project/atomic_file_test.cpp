@@ -1,5 +1,6 @@
 // The safe writer on real files: what it keeps of the file it replaces, what it refuses to
 // replace, and that no temporary file outlives a save, not even one of a writer that was killed.
+// The full disk is safe_write_test's, through the real program.
 
 #include "project/atomic_file.h"
 
@@ -15,7 +16,6 @@
 #include <gtest/gtest.h>
 
 #include "file_bytes.h"
-#include "small_file_system.h"
 
 namespace quillon {
 namespace {
@@ -208,46 +208,6 @@ TEST_F(AtomicFileTest, TemporariesOfKilledWritersGoThoseOfLivingOnesStay) {
   EXPECT_EQ(names(),
             (std::set<std::string>{"a.EAY", living, ".a.EAY.tmp0", ".a.EAY.quillon-nothex.tmp"}));
   EXPECT_EQ(readBytes(m_dir / living), "being written");
-}
-
-TEST_F(AtomicFileTest, ReplacementWrittenBitByBitAppearsOnlyOnCommit) {
-  const fs::path target = m_dir / "log.txt";
-  writeBytes(target, "alt");
-  {
-    FileReplacement replacement;
-    ASSERT_TRUE(replacement.begin(target).ok);
-    EXPECT_TRUE(replacement.append("ers"));
-    EXPECT_TRUE(replacement.append("te"));
-    EXPECT_EQ(readBytes(target), "alt");
-    EXPECT_EQ(names().size(), 2U);
-    ASSERT_EQ(replacement.commit(), WriteResult{});
-  }
-  EXPECT_EQ(readBytes(target), "erste");
-  {
-    FileReplacement abandoned;
-    ASSERT_TRUE(abandoned.begin(target).ok);
-    EXPECT_TRUE(abandoned.append("zweite"));
-  }
-  EXPECT_EQ(readBytes(target), "erste");
-  EXPECT_EQ(names(), std::set<std::string>{"log.txt"});
-}
-
-TEST_F(AtomicFileTest, FullFileSystemKeepsTheOldFile) {
-  const testing::SmallFileSystem disk;
-  if (!disk.mounted()) GTEST_SKIP() << "cannot mount a small file system here";
-  const fs::path target = disk.path() / "a.EAY";
-  writeBytes(target, std::string(8192, 'a'));
-  disk.fill();
-
-  EXPECT_EQ(WriteFileReplacing(target, std::string(16384, 'n')),
-            (WriteResult{false, "No space left on device"}));
-
-  EXPECT_EQ(readBytes(target), std::string(8192, 'a'));
-  std::set<std::string> found;
-  for (const auto& entry : fs::directory_iterator(disk.path())) {
-    found.insert(entry.path().filename().string());
-  }
-  EXPECT_EQ(found, (std::set<std::string>{"a.EAY", "filler"}));
 }
 
 }  // namespace
