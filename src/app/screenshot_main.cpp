@@ -13,6 +13,7 @@
 #include <cstdio>
 
 #include "app/main_window.h"
+#include "app/png_file.h"
 #include "app/window_settings.h"
 
 namespace {
@@ -56,7 +57,7 @@ int main(int argc, char* argv[]) {
   int status = 1;
   // Let the file lists fill and the layout settle before the picture is taken.
   QTimer::singleShot(1500, &window, [&] {
-    status = window.grab().save(output) ? 0 : 1;
+    status = quillon::app::writePng(window.grab(), output) ? 0 : 1;
     if (status != 0) std::fprintf(stderr, "cannot write %s\n", qPrintable(output));
     QApplication::exit(status);
   });

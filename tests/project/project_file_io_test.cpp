@@ -59,7 +59,10 @@ TEST_F(ProjectFileIoTest, FilesUsingEveryRecordKindRoundTripByteForByte) {
     EXPECT_EQ(readBytes(target), readBytes(c.source));
     EXPECT_TRUE(dialog.boxes.empty());
   }
-  EXPECT_EQ(fileCount(), 2);
+  EXPECT_EQ(fileCount(), 3);  // the two files and the history with the two they replaced
+  for (const auto& entry : fs::directory_iterator(m_dir / ".quillon-history")) {
+    EXPECT_EQ(readBytes(entry.path()), std::string(100000, 'x'));
+  }
 }
 
 TEST_F(ProjectFileIoTest, MissingOrUnreadableFileLeavesProjectUntouched) {
@@ -110,7 +113,7 @@ TEST_F(ProjectFileIoTest, SavePromptOnlyForChangedProjectAndBeforeClearing) {
 }
 
 TEST_F(ProjectFileIoTest, FailedSaveKeepsTargetAndLeavesNoTemporary) {
-  // A directory in the target's place makes the final rename fail after the bytes were written.
+  // A directory in the target's place is refused before anything is written.
   const fs::path target = m_dir / "Anlage.EAY";
   fs::create_directory(target);
   writeBytes(target / "inside", "kept");

@@ -21,6 +21,7 @@
 
 #include "app/device/module_commands.h"
 #include "app/main_window.h"
+#include "app/png_file.h"
 #include "app/window_settings.h"
 
 namespace {
@@ -34,7 +35,7 @@ bool g_failed = false;
 
 void shoot(const QString& path) {
   QApplication::processEvents();
-  if (!QGuiApplication::primaryScreen()->grabWindow(0).save(path)) {
+  if (!quillon::app::writePng(QGuiApplication::primaryScreen()->grabWindow(0), path)) {
     std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
     g_failed = true;
   }
