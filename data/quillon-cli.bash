@@ -23,7 +23,7 @@ _quillon_cli() {
       COMPREPLY=($(compgen -W "${ports[*]} $(seq 1 16)" -- "$cur"))
       return ;;
     --reply-timeout | --max-time | --memo) return ;;
-    -o | --output | --into | --log=*) _filedir; return ;;
+    -o | --output | --into) _filedir; return ;;
   esac
 
   if [[ -z "$command" ]]; then
@@ -44,7 +44,10 @@ _quillon_cli() {
     upload) options+=" $link --kind --into --fragments -o" ;;
     logger) options+=" $link --fragments -o" ;;
   esac
-  if [[ "$cur" == -* ]]; then
+  if [[ "$cur" == --log=* ]]; then
+    cur=${cur#--log=}
+    _filedir
+  elif [[ "$cur" == -* ]]; then
     COMPREPLY=($(compgen -W "$options" -- "$cur"))
   elif [[ "$command" == image && $cword -eq $((i + 1)) ]]; then
     COMPREPLY=($(compgen -W "M T P Y" -- "$cur"))
