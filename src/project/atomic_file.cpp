@@ -1,12 +1,10 @@
 #include "project/atomic_file.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
+#include <optional>
 #include <system_error>
 
+#include "project/system_files.h"
 #include "project/temporary_file.h"
 #include "project/write_target.h"
 
@@ -14,8 +12,6 @@ namespace quillon {
 
 namespace {
 
-constexpr mode_t kPermissionBits = 07777;
-constexpr mode_t kSetIdBits = S_ISUID | S_ISGID;
 // What a file that is created anew gets, less the umask.
 constexpr unsigned kNewFileMode = 0666;
 // Until the bits of the file it replaces are set, nobody else may read the new content.
@@ -23,29 +19,6 @@ constexpr unsigned kPrivateMode = 0600;
 
 WriteResult failure(int error) {
   return {false, std::generic_category().message(error != 0 ? error : EIO)};
-}
-
-// Owner and group of `like`, or at least the group where only that is allowed; then its bits.
-// Without the owner, set-id bits would hand our rights to someone else's program: they are dropped.
-int takeAttributes(int fd, const struct stat& like) {
-  struct stat own {};
-  if (::fstat(fd, &own) != 0) return errno;
-  mode_t mode = like.st_mode & kPermissionBits;
-  if (own.st_uid != like.st_uid || own.st_gid != like.st_gid) {
-    if (::fchown(fd, like.st_uid, like.st_gid) != 0) {
-      mode &= ~kSetIdBits;
-      (void)::fchown(fd, static_cast<uid_t>(-1), like.st_gid);
-    }
-  }
-  return ::fchmod(fd, mode) == 0 ? 0 : errno;
-}
-
-// Makes the rename itself durable; not every file system can sync a folder, which is no error.
-void syncFolder(const std::filesystem::path& folder) {
-  const int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (fd < 0) return;
-  (void)::fsync(fd);
-  ::close(fd);
 }
 
 }  // namespace
@@ -62,10 +35,9 @@ WriteResult FileReplacement::begin(const std::filesystem::path& target,
   }
   RemoveAbandonedTemporaries(FolderOf(resolved.path));
 
-  struct stat like {};
-  const bool replaces = ::stat(resolved.path.c_str(), &like) == 0;
-  const bool hasAttributes = replaces || (!options.attributesFrom.empty() &&
-                                          ::stat(options.attributesFrom.c_str(), &like) == 0);
+  std::optional<os::Attributes> like = os::AttributesOf(resolved.path);
+  if (!like && !options.attributesFrom.empty()) like = os::AttributesOf(options.attributesFrom);
+  const bool hasAttributes = like.has_value();
   TemporaryFile temporary =
       CreateTemporaryBeside(resolved.path, hasAttributes ? kPrivateMode : kNewFileMode);
   if (temporary.fd < 0) return failure(temporary.error);
@@ -74,7 +46,7 @@ WriteResult FileReplacement::begin(const std::filesystem::path& target,
   m_target = resolved.path;
   m_error = 0;
   if (hasAttributes) {
-    if (const int error = takeAttributes(m_fd, like); error != 0) {
+    if (const int error = os::TakeAttributes(m_fd, *like); error != 0) {
       discard();
       return failure(error);
     }
@@ -84,41 +56,32 @@ WriteResult FileReplacement::begin(const std::filesystem::path& target,
 
 bool FileReplacement::append(std::string_view bytes) {
   if (m_fd < 0) return false;
-  while (m_error == 0 && !bytes.empty()) {
-    const ssize_t written = ::write(m_fd, bytes.data(), bytes.size());
-    if (written < 0) {
-      if (errno != EINTR) m_error = errno;
-      continue;
-    }
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
+  if (m_error == 0) m_error = os::WriteAll(m_fd, bytes);
   return m_error == 0;
 }
 
 WriteResult FileReplacement::commit() {
-  if (m_fd < 0) return failure(EBADF);
+  if (!isOpen()) return failure(EBADF);
   // A full disk may only show when the data are handed to the device.
-  if (m_error == 0 && ::fsync(m_fd) != 0) m_error = errno;
-  if (m_error == 0 && ::rename(m_temporary.c_str(), m_target.c_str()) != 0) m_error = errno;
+  if (m_error == 0) m_error = os::SyncFile(m_fd);
+  if (m_error == 0) m_error = os::ReplaceByRename(m_fd, m_temporary, m_target);
   if (m_error != 0) {
     const int error = m_error;
     discard();
     return failure(error);
   }
-  syncFolder(FolderOf(m_target));
-  // The lock on the file goes only now, after the rename: until then a clean-up must not take
-  // the temporary file for an abandoned one.
-  ::close(m_fd);
-  m_fd = -1;
+  os::SyncFolder(FolderOf(m_target));
+  // Where the file stays open through the rename, its hold goes only now: until then a clean-up
+  // must not take the temporary file for an abandoned one.
+  os::Close(m_fd);
   m_temporary.clear();
   return {};
 }
 
 void FileReplacement::discard() {
-  if (m_fd < 0) return;
-  ::unlink(m_temporary.c_str());
-  ::close(m_fd);
-  m_fd = -1;
+  // The file may be closed already, by a rename that failed.
+  if (m_temporary.empty()) return;
+  os::CloseAndRemove(m_fd, m_temporary);
   m_temporary.clear();
 }
 

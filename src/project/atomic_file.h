@@ -46,7 +46,7 @@ class FileReplacement {
   [[nodiscard]] WriteResult commit();
   // Removes the temporary file; the target stays as it was.
   void discard();
-  [[nodiscard]] bool isOpen() const { return m_fd >= 0; }
+  [[nodiscard]] bool isOpen() const { return !m_temporary.empty(); }
 
  private:
   int m_fd = -1;

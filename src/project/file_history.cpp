@@ -1,15 +1,14 @@
 #include "project/file_history.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <ctime>
 #include <optional>
 #include <system_error>
 
 #include "project/read_file.h"
+#include "project/system_files.h"
 #include "project/write_target.h"
 
 namespace quillon {
@@ -84,22 +83,20 @@ std::vector<KeptVersion> keptVersions(const fs::path& target) {
 }
 
 std::string savedStamp(const fs::path& file) {
-  struct stat status {};
   std::time_t saved = std::time(nullptr);
-  if (::stat(file.c_str(), &status) == 0) saved = status.st_mtime;
+  std::error_code error;
+  const fs::file_time_type modified = fs::last_write_time(file, error);
+  if (!error) {
+    // Whole seconds, as the system counts them: rounded down.
+    saved = std::chrono::system_clock::to_time_t(
+        std::chrono::floor<std::chrono::seconds>(fs::file_time_type::clock::to_sys(modified)));
+  }
   std::tm local{};
   char text[32] = "1970-01-01_00-00-00";
-  if (::localtime_r(&saved, &local) != nullptr) {
+  if (os::LocalTime(saved, local)) {
     (void)std::strftime(text, sizeof text, "%Y-%m-%d_%H-%M-%S", &local);
   }
   return text;
-}
-
-// A history folder that root makes in someone's project folder belongs to that someone.
-void giveFolderToOwnerOf(const fs::path& folder, const fs::path& parent) {
-  struct stat status {};
-  if (::stat(parent.c_str(), &status) == 0)
-    (void)::chown(folder.c_str(), status.st_uid, status.st_gid);
 }
 
 WriteResult keepVersion(const fs::path& target, std::string_view bytes, fs::path& kept) {
@@ -107,12 +104,13 @@ WriteResult keepVersion(const fs::path& target, std::string_view bytes, fs::path
   std::error_code error;
   const bool created = fs::create_directory(folder, error);
   if (error) return {false, error.message()};
-  if (created) giveFolderToOwnerOf(folder, FolderOf(target));
+  if (created) os::GiveToOwnerOf(folder, FolderOf(target));
 
   const std::string base = target.filename().string() + "." + savedStamp(target);
   std::string name = base;
-  struct stat status {};
-  for (unsigned long sequence = 2; ::lstat((folder / name).c_str(), &status) == 0; ++sequence) {
+  std::error_code taken;
+  for (unsigned long sequence = 2; fs::exists(fs::symlink_status(folder / name, taken));
+       ++sequence) {
     name = base + "." + std::to_string(sequence);
   }
   WriteResult written = WriteFileReplacing(folder / name, bytes, {target});

@@ -3,12 +3,14 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "project/system_files.h"
+
 namespace quillon {
 
 FileBytes ReadWholeFile(const std::filesystem::path& path) {
   FileBytes result;
   errno = 0;
-  std::FILE* file = std::fopen(path.c_str(), "rb");
+  std::FILE* file = os::OpenForReading(path);
   if (file == nullptr) {
     result.error = errno != 0 ? errno : EIO;
     return result;

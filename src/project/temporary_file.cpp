@@ -1,16 +1,12 @@
 #include "project/temporary_file.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstdint>
 #include <random>
 #include <string>
 #include <system_error>
 
+#include "project/system_files.h"
 #include "project/write_target.h"
 
 namespace quillon {
@@ -24,59 +20,42 @@ constexpr std::size_t kRandomDigits = 16;
 constexpr std::size_t kLongestNamePart = 200;
 constexpr int kAttempts = 16;
 
-std::string temporaryName(const std::filesystem::path& target, std::uint64_t random) {
+// Built from the native name: on Windows a file name need not fit any narrow encoding.
+std::filesystem::path temporaryName(const std::filesystem::path& target, std::uint64_t random) {
+  using Native = std::filesystem::path::string_type;
   static constexpr char kHex[] = "0123456789abcdef";
-  std::string digits(kRandomDigits, '0');
+  Native digits(kRandomDigits, '0');
   for (std::size_t i = 0; i < kRandomDigits; ++i) {
-    digits[kRandomDigits - 1 - i] = kHex[random & 0xF];
+    digits[kRandomDigits - 1 - i] = static_cast<Native::value_type>(kHex[random & 0xF]);
     random >>= 4;
   }
-  return "." + target.filename().string().substr(0, kLongestNamePart) + std::string(kMark) +
-         digits + std::string(kSuffix);
+  const auto ascii = [](std::string_view text) { return Native(text.begin(), text.end()); };
+  return ascii(".") + target.filename().native().substr(0, kLongestNamePart) + ascii(kMark) +
+         digits + ascii(kSuffix);
 }
 
-bool sameFile(const struct stat& a, const struct stat& b) {
-  return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
-}
-
-// Locks the new file and checks that it is still the one under `path`: a clean-up that ran
-// between the creation and the lock may have taken it for an abandoned one.
-bool lockedAndStillThere(int fd, const std::filesystem::path& path) {
-  if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
-    // Where the file system has no locks, nobody can remove the file as abandoned either.
-    if (errno == EWOULDBLOCK) return false;
+// The tail of a temporary file's name, in the name's own characters.
+template <typename Char>
+bool isTemporaryName(std::basic_string_view<Char> name) {
+  const std::size_t tail = kMark.size() + kRandomDigits + kSuffix.size();
+  if (name.size() <= tail + 1 || name.front() != Char('.')) return false;
+  const std::basic_string_view<Char> end = name.substr(name.size() - tail);
+  for (std::size_t i = 0; i < kMark.size(); ++i) {
+    if (end[i] != static_cast<Char>(kMark[i])) return false;
   }
-  struct stat opened {};
-  struct stat named {};
-  return ::fstat(fd, &opened) == 0 && ::lstat(path.c_str(), &named) == 0 && sameFile(opened, named);
-}
-
-void removeIfAbandoned(const std::filesystem::path& path) {
-  // Opened for writing: where locks are emulated (NFS), an exclusive lock needs it.
-  const int fd = ::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
-  if (fd < 0) return;
-  struct stat opened {};
-  struct stat named {};
-  // The lock is free only when the writer that held it is gone.
-  if (::fstat(fd, &opened) == 0 && S_ISREG(opened.st_mode) && ::flock(fd, LOCK_EX | LOCK_NB) == 0 &&
-      ::lstat(path.c_str(), &named) == 0 && sameFile(opened, named)) {
-    ::unlink(path.c_str());
+  for (std::size_t i = 0; i < kRandomDigits; ++i) {
+    const Char c = end[kMark.size() + i];
+    if (!((c >= Char('0') && c <= Char('9')) || (c >= Char('a') && c <= Char('f')))) return false;
   }
-  ::close(fd);
+  for (std::size_t i = 0; i < kSuffix.size(); ++i) {
+    if (end[kMark.size() + kRandomDigits + i] != static_cast<Char>(kSuffix[i])) return false;
+  }
+  return true;
 }
 
 }  // namespace
 
-bool IsTemporaryName(std::string_view name) {
-  const std::size_t tail = kMark.size() + kRandomDigits + kSuffix.size();
-  if (name.size() <= tail + 1 || name.front() != '.' || !name.ends_with(kSuffix)) return false;
-  const std::string_view end = name.substr(name.size() - tail);
-  if (!end.starts_with(kMark)) return false;
-  for (char c : end.substr(kMark.size(), kRandomDigits)) {
-    if (!((c >= '0' && c <= '9') || (c >= 'a' && c <= 'f'))) return false;
-  }
-  return true;
-}
+bool IsTemporaryName(std::string_view name) { return isTemporaryName(name); }
 
 TemporaryFile CreateTemporaryBeside(const std::filesystem::path& target, unsigned mode) {
   std::random_device random;
@@ -85,15 +64,14 @@ TemporaryFile CreateTemporaryBeside(const std::filesystem::path& target, unsigne
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     const std::uint64_t value = (std::uint64_t{random()} << 32) ^ std::uint64_t{random()};
     std::filesystem::path path = folder / temporaryName(target, value);
-    const int fd =
-        ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, static_cast<mode_t>(mode));
-    if (fd < 0) {
-      error = errno;
+    os::Created created = os::CreateExclusive(path, mode);
+    if (created.handle == os::kNoHandle) {
+      error = created.error;
       if (error == EEXIST) continue;
       return {-1, {}, error};
     }
-    if (lockedAndStillThere(fd, path)) return {fd, std::move(path), 0};
-    ::close(fd);
+    if (os::ClaimForWriting(created.handle, path)) return {created.handle, std::move(path), 0};
+    os::Close(created.handle);
     error = EEXIST;
   }
   return {-1, {}, error};
@@ -103,7 +81,8 @@ void RemoveAbandonedTemporaries(const std::filesystem::path& folder) {
   std::error_code error;
   for (std::filesystem::directory_iterator it(folder, error), end; !error && it != end;
        it.increment(error)) {
-    if (IsTemporaryName(it->path().filename().string())) removeIfAbandoned(it->path());
+    const std::filesystem::path::string_type name = it->path().filename().native();
+    if (isTemporaryName<std::filesystem::path::value_type>(name)) os::RemoveIfAbandoned(it->path());
   }
 }
 

@@ -1,54 +1,69 @@
 #include "project/write_target.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <system_error>
+
+#include "project/system_files.h"
 
 namespace quillon {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 // As many links as the system itself follows before it gives up with ELOOP.
 constexpr int kMostLinks = 40;
-constexpr mode_t kAnyWriteBit = S_IWUSR | S_IWGRP | S_IWOTH;
+constexpr fs::perms kAnyWriteBit =
+    fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
 
-std::string systemText(int error) { return std::generic_category().message(error); }
+std::string systemText(std::errc error) { return std::make_error_code(error).message(); }
 
 }  // namespace
 
-std::filesystem::path FolderOf(const std::filesystem::path& target) {
-  return target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
+fs::path FolderOf(const fs::path& target) {
+  return target.has_parent_path() ? target.parent_path() : fs::path(".");
 }
 
-ResolvedTarget ResolveWriteTarget(const std::filesystem::path& path) {
-  std::filesystem::path current = path;
+ResolvedTarget ResolveWriteTarget(const fs::path& path) {
+  fs::path current = path;
   for (int hop = 0; hop <= kMostLinks; ++hop) {
-    struct stat status {};
-    if (::lstat(current.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) return {current, {}};
     std::error_code error;
-    const std::filesystem::path next = std::filesystem::read_symlink(current, error);
+    if (!fs::is_symlink(fs::symlink_status(current, error))) return {current, {}};
+    const fs::path next = fs::read_symlink(current, error);
     if (error) return {current, error.message()};
     current = next.is_absolute() ? next : FolderOf(current) / next;
   }
-  return {path, systemText(ELOOP)};
+  return {path, systemText(std::errc::too_many_symbolic_link_levels)};
 }
 
-std::string WriteRefusal(const std::filesystem::path& target) {
-  struct stat status {};
+std::string WriteRefusal(const fs::path& target) {
+  std::error_code error;
+  const fs::file_status status = fs::status(target, error);
   // Nothing there yet; a folder on the way that is missing is reported by the write itself.
-  if (::stat(target.c_str(), &status) != 0) return {};
-  if (S_ISDIR(status.st_mode)) return systemText(EISDIR);
-  if (S_ISFIFO(status.st_mode)) return "Is a named pipe, not a file";
-  if (S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode)) return "Is a device, not a file";
-  if (S_ISSOCK(status.st_mode)) return "Is a socket, not a file";
-  if (!S_ISREG(status.st_mode)) return "Is not a regular file";
+  if (error || !fs::exists(status)) return {};
+  switch (status.type()) {
+    case fs::file_type::regular:
+      break;
+    case fs::file_type::directory:
+      return systemText(std::errc::is_a_directory);
+    case fs::file_type::fifo:
+      return "Is a named pipe, not a file";
+    case fs::file_type::character:
+    case fs::file_type::block:
+      return "Is a device, not a file";
+    case fs::file_type::socket:
+      return "Is a socket, not a file";
+    default:
+      return "Is not a regular file";
+  }
   // A file without any write permission was made read-only on purpose: even the superuser, whom
   // the permission bits do not stop, leaves it alone.
-  if ((status.st_mode & kAnyWriteBit) == 0) return systemText(EACCES);
-  if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) return systemText(errno);
+  if ((status.permissions() & kAnyWriteBit) == fs::perms::none) {
+    return systemText(std::errc::permission_denied);
+  }
+  if (const int denied = os::WriteAccess(target); denied != 0) {
+    return std::generic_category().message(denied);
+  }
   return {};
 }
 

@@ -1,15 +1,19 @@
 // The safe writer on real files: what it keeps of the file it replaces, what it refuses to
 // replace, and that no temporary file outlives a save, not even one of a writer that was killed.
-// The full disk is safe_write_test's, through the real program.
+// The full disk is safe_write_test's, through the real program. Permission bits, owners, pipes,
+// devices, symbolic links and locks exist only on POSIX systems; the tests of those are POSIX-only.
 
 #include "project/atomic_file.h"
 
+#ifndef _WIN32
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#endif
 
 #include <functional>
+#include <map>
 #include <random>
 #include <set>
 
@@ -28,11 +32,28 @@ class AtomicFileTest : public ::testing::Test {
  protected:
   void SetUp() override {
     fs::create_directories(m_dir);
+#ifndef _WIN32  // the bits of new files are the umask's only on POSIX
     m_umask = ::umask(022);
+#endif
   }
   void TearDown() override {
+#ifndef _WIN32
     ::umask(m_umask);
-    fs::remove_all(m_dir);
+#endif
+    clear();
+    std::error_code ignored;
+    fs::remove(m_dir, ignored);
+  }
+
+  // Empties the test's folder; Windows deletes no read-only file, so they are made writable first.
+  void clear() {
+    m_living.discard();
+    std::error_code ignored;
+    for (const auto& entry : fs::recursive_directory_iterator(m_dir, ignored)) {
+      fs::permissions(entry.path(), fs::perms::owner_write, fs::perm_options::add, ignored);
+    }
+    fs::remove_all(m_dir, ignored);
+    fs::create_directories(m_dir);
   }
 
   // The names in the test's folder, links and hidden files included.
@@ -49,8 +70,126 @@ class AtomicFileTest : public ::testing::Test {
       ("quillon-atomic-" +
        std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + "-" +
        std::to_string(std::random_device{}()));
+#ifndef _WIN32
   mode_t m_umask = 0;
+#endif
+  FileReplacement m_living;  // a writer that is still at work
 };
+
+// The rules every system keeps, Windows included: a refused target stays as it was, no failure
+// leaves a temporary file behind, and the temporary files of dead writers go with the next save
+// while those of living writers stay.
+TEST_F(AtomicFileTest, RefusalsFailuresAndLeftOversOnEverySystem) {
+  // A rename over a folder: POSIX reports the folder, Windows denies the access.
+#ifdef _WIN32
+  const std::string renameOverFolder = "Permission denied";
+#else
+  const std::string renameOverFolder = "Is a directory";
+#endif
+  const std::string folder = "<folder>";
+  const auto saveOverA = [](const fs::path& d) { return WriteFileReplacing(d / "a.EAY", "neu"); };
+  struct Row {
+    const char* name;
+    std::function<void(const fs::path&)> prepare;
+    std::function<WriteResult(const fs::path&)> save;
+    WriteResult result;
+    std::map<std::string, std::string> files;  // all there is afterwards, with the bytes
+    bool readOnlyStays;
+  };
+  const Row rows[] = {
+      {"readOnlyTargetIsRefused",
+       [](const fs::path& d) {
+         writeBytes(d / "a.EAY", "alt");
+         fs::permissions(d / "a.EAY", fs::perms(0444));
+       },
+       saveOverA,
+       WriteResult{false, "Permission denied", true},
+       {{"a.EAY", "alt"}},
+       true},
+      {"folderIsRefused",
+       [](const fs::path& d) { fs::create_directory(d / "a.EAY"); },
+       saveOverA,
+       WriteResult{false, "Is a directory", true},
+       {{"a.EAY", folder}},
+       false},
+      {"missingFolderCreatesNothing",
+       [](const fs::path&) {},
+       [](const fs::path& d) { return WriteFileReplacing(d / "fehlt" / "a.EAY", "neu"); },
+       WriteResult{false, "No such file or directory"},
+       {},
+       false},
+      {"renameThatFailsTakesItsTemporaryAlong",
+       [](const fs::path& d) { writeBytes(d / "a.EAY", "alt"); },
+       [](const fs::path& d) {
+         FileReplacement replacement;
+         const WriteResult begun = replacement.begin(d / "a.EAY");
+         EXPECT_TRUE(begun.ok) << begun.error;
+         EXPECT_TRUE(replacement.append("neu"));
+         fs::remove(d / "a.EAY");
+         fs::create_directory(d / "a.EAY");
+         return replacement.commit();
+       },
+       WriteResult{false, renameOverFolder},
+       {{"a.EAY", folder}},
+       false},
+      {"abandonedTemporariesGo",
+       [](const fs::path& d) {
+         writeBytes(d / "a.EAY", "alt");
+         writeBytes(d / "b.EAY", "b");
+         writeBytes(d / ".a.EAY.quillon-0123456789abcdef.tmp", "halb");
+         writeBytes(d / ".b.EAY.quillon-fedcba9876543210.tmp", "halb");
+       },
+       saveOverA,
+       WriteResult{},
+       {{"a.EAY", "neu"}, {"b.EAY", "b"}},
+       false},
+      {"theTemporaryOfALivingWriterStays",
+       [this](const fs::path& d) {
+         writeBytes(d / "a.EAY", "alt");
+         writeBytes(d / "b.EAY", "b alt");
+         ASSERT_TRUE(m_living.begin(d / "b.EAY").ok);
+         ASSERT_TRUE(m_living.append("b neu"));
+       },
+       saveOverA,
+       WriteResult{},
+       {{"a.EAY", "neu"}, {"b.EAY", "b neu"}},
+       false},
+      {"namesOfOthersStay",
+       [](const fs::path& d) {
+         writeBytes(d / ".a.EAY.tmp0", "fremd");
+         writeBytes(d / ".a.EAY.quillon-nothex.tmp", "fremd");
+       },
+       saveOverA,
+       WriteResult{},
+       {{"a.EAY", "neu"}, {".a.EAY.tmp0", "fremd"}, {".a.EAY.quillon-nothex.tmp", "fremd"}},
+       false},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    clear();
+    row.prepare(m_dir);
+
+    EXPECT_EQ(row.save(m_dir), row.result);
+    // The living writer finishes only now: its save works when its temporary file is still there.
+    if (m_living.isOpen()) {
+      EXPECT_EQ(m_living.commit(), WriteResult{});
+    }
+
+    std::map<std::string, std::string> files;
+    for (const auto& entry : fs::directory_iterator(m_dir)) {
+      files[entry.path().filename().string()] =
+          entry.is_directory() ? folder : readBytes(entry.path());
+    }
+    EXPECT_EQ(files, row.files);
+    if (row.readOnlyStays) {
+      EXPECT_EQ(fs::status(m_dir / "a.EAY").permissions() & fs::perms::owner_write,
+                fs::perms::none);
+    }
+  }
+}
+
+// POSIX-only from here: permission bits, owners, pipes, devices, symbolic links and locks.
+#ifndef _WIN32
 
 mode_t modeOf(const fs::path& path) {
   struct stat status {};
@@ -209,6 +348,8 @@ TEST_F(AtomicFileTest, TemporariesOfKilledWritersGoThoseOfLivingOnesStay) {
             (std::set<std::string>{"a.EAY", living, ".a.EAY.tmp0", ".a.EAY.quillon-nothex.tmp"}));
   EXPECT_EQ(readBytes(m_dir / living), "being written");
 }
+
+#endif  // _WIN32
 
 }  // namespace
 }  // namespace quillon
