@@ -178,13 +178,23 @@ void drawLog(QPainter& p) {
 }  // namespace
 
 QIcon toolbarIcon(const QString& key) {
-  static const std::pair<const char*, void (*)(QPainter&)> kIcons[] = {
-      {"tbNew", drawNew},   {"tbOpen", drawOpen}, {"tbSave", drawSave},   {"tbPrint", drawPrint},
-      {"tbDown", drawDown}, {"tbUp", drawUp},     {"tbClear", drawClear}, {"tbHelp", drawHelp},
-      {"tbEnd", drawEnd},   {"tbLog", drawLog},
+  // The desktop's icon theme comes first, so the toolbar matches the rest of the desktop; our
+  // drawings stand in where the theme has no such icon (and on systems without themes).
+  struct Entry {
+    const char* key;
+    const char* themeName;
+    void (*paint)(QPainter&);
   };
-  for (const auto& [name, paint] : kIcons) {
-    if (key == QLatin1String(name)) return iconOf(paint);
+  static const Entry kIcons[] = {
+      {"tbNew", "document-new", drawNew},       {"tbOpen", "document-open", drawOpen},
+      {"tbSave", "document-save", drawSave},    {"tbPrint", "document-print", drawPrint},
+      {"tbDown", "quillon-download", drawDown}, {"tbUp", "quillon-upload", drawUp},
+      {"tbClear", "edit-clear", drawClear},     {"tbHelp", "help-contents", drawHelp},
+      {"tbEnd", "application-exit", drawEnd},   {"tbLog", "quillon-traffic-log", drawLog},
+  };
+  for (const Entry& entry : kIcons) {
+    if (key == QLatin1String(entry.key))
+      return QIcon::fromTheme(QLatin1String(entry.themeName), iconOf(entry.paint));
   }
   return {};
 }

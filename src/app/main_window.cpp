@@ -25,6 +25,7 @@
 #include "app/shell_text.h"
 #include "app/table_editor.h"
 #include "app/text_memory.h"
+#include "app/window_placement.h"
 #include "app/window_settings.h"
 
 namespace quillon::app {
@@ -78,9 +79,15 @@ void Anfang::startUp() {
   QApplication::setOverrideCursor(Qt::WaitCursor);
   const StartSettings settings = readStartSettings(*m_settings);
   const double dpi = screenDpi(this);
-  move(twipsToPixels(settings.placement.left, dpi), twipsToPixels(settings.placement.top, dpi));
-  resize(twipsToPixels(settings.placement.width, dpi),
-         twipsToPixels(settings.placement.height, dpi));
+  QList<QRect> screens;
+  for (const QScreen* screen : QGuiApplication::screens()) screens << screen->availableGeometry();
+  const QRect placed = placeOnScreens(
+      QRect(twipsToPixels(settings.placement.left, dpi), twipsToPixels(settings.placement.top, dpi),
+            twipsToPixels(settings.placement.width, dpi),
+            twipsToPixels(settings.placement.height, dpi)),
+      screens);
+  move(placed.topLeft());
+  resize(placed.size());
   m_state.language = settings.language;
   m_state.workDir = settings.workDir;
   m_state.portNumber = settings.portNumber;
@@ -172,6 +179,7 @@ void Anfang::buildMenus() {
   addAction(file, "MenuFileOpen", &Anfang::fileOpen);
   addAction(file, "MenuFileSave", &Anfang::fileSave);
   addAction(file, "MenuFileSaveAs", &Anfang::fileSaveAs);
+  addAction(file, "MenuFileVersions", &Anfang::previousVersions);
   file->addSeparator();
   addAction(file, "MenuFilePrint", &Anfang::print);
   addAction(file, "MenuFileIns5", [this] { m_print->showPrinterSetup(this); });

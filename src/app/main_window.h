@@ -73,6 +73,9 @@ class Anfang : public QMainWindow, public AppShell {
   void fileOpen();
   void fileSave();
   void fileSaveAs();
+  // File → Previous versions…: the kept versions of the open file; the chosen one is loaded and
+  // counts as a change until it is saved.
+  void previousVersions();
   // Recent-file entry 0..3 (file menu items 8..11).
   void openRecent(int entry);
   // Loads a project file; the load's status (0, or 9 when the file does not exist).

@@ -1,9 +1,8 @@
-// The file commands of the main window: New, Open, Save, Save as, the recent files, the save
-// prompt and loading from the file list.
+// The file commands of the main window: New, Open, Save, Save as, Previous versions, the recent
+// files, the save prompt and loading from the file list.
 
 #include <QApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <filesystem>
 
@@ -12,8 +11,10 @@
 #include "app/main_window.h"
 #include "app/qt_text.h"
 #include "app/shell_text.h"
+#include "app/versions_dialog.h"
 #include "app/window_settings.h"
 #include "project/file_commands.h"
+#include "project/file_history.h"
 #include "project/project_file.h"
 
 namespace quillon::app {
@@ -88,15 +89,12 @@ void Anfang::fileSaveAs() {
                              m_leftPane->directory());
     if (path.isEmpty()) return;
     if (!QFileInfo::exists(path)) break;
-    const ReplaceChoice choice =
-        AskReplaceExisting(fromQString(QDir::toNativeSeparators(path)), m_state.texts, *m_dialog);
-    if (choice == ReplaceChoice::ChooseAgain) continue;
-    if (choice == ReplaceChoice::DeleteThenSave) {
-      QFile old(path);
-      if (!old.remove()) {
-        m_dialog->tell(kMainTitle, fromQString(old.errorString()), BoxIcon::Exclamation);
-        return;
-      }
+    // Yes and Cancel both end in the old file being replaced. The save does that in one rename
+    // once the new file is complete, and keeps the old one among the previous versions, instead
+    // of deleting it first and losing it when the save then fails.
+    if (AskReplaceExisting(fromQString(QDir::toNativeSeparators(path)), m_state.texts, *m_dialog) ==
+        ReplaceChoice::ChooseAgain) {
+      continue;
     }
     break;
   }
@@ -105,6 +103,33 @@ void Anfang::fileSaveAs() {
   recordRecent(m_state.currentFile);
   refreshTitle();
   m_state.project.changed = false;
+}
+
+void Anfang::previousVersions() {
+  // The save prompt below may choose another current file: the versions are those of this one.
+  const std::filesystem::path file = fsPath(m_state.currentFile);
+  const std::vector<FileVersion> versions = ListVersions(file);
+  const bool german = m_state.texts.german();
+  if (versions.empty()) {
+    m_dialog->tell(kMainTitle,
+                   (german ? "Keine fr\xFCheren Versionen von " : "No previous versions of ") +
+                       fromQString(QDir::toNativeSeparators(m_state.currentFile)));
+    return;
+  }
+  VersionsDialog list(versions, german, this);
+  if (list.exec() != QDialog::Accepted || list.chosen().empty()) return;
+
+  askChanged();
+  const VersionBytes version = ReadVersion(file, list.chosen());
+  if (!version.error.empty()) {
+    m_dialog->tell(kMainTitle, version.error, BoxIcon::Exclamation);
+    return;
+  }
+  ProjectFileLoadBytes(version.bytes, m_state.project, m_state.texts, *m_dialog);
+  // The file itself still holds the newer version: until the restored one is saved, the save
+  // prompt stands between it and being lost.
+  m_state.project.changed = true;
+  projectReplaced();
 }
 
 void Anfang::openRecent(int entry) {

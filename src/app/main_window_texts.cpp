@@ -114,6 +114,12 @@ void Anfang::applyCaptions() {
       action->setChecked((m_state.language == kEnglish) == (name[7] == 'E'));
     }
   }
+  // Not one of the language table's texts: French, which has none, leaves it as it is too.
+  if (m_state.language == kEnglish || m_state.language == kGerman) {
+    findChild<QAction*>("MenuFileVersions")
+        ->setText(m_state.language == kGerman ? QStringLiteral("Frühere Versionen …")
+                                              : QStringLiteral("Previous versions …"));
+  }
   refreshRecentMenu();
   refreshGauge();
   addMnemonics(menuBar());

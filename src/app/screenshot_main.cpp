@@ -23,6 +23,7 @@
 #include "app/flag_page_widget.h"
 #include "app/main_window.h"
 #include "app/message_box_dialog.h"
+#include "app/png_file.h"
 #include "app/window_settings.h"
 
 namespace {
@@ -45,7 +46,7 @@ bool g_failed = false;
 void save(QWidget* widget, const QString& name) {
   QApplication::processEvents();
   const QString path = g_output.filePath(name + g_suffix);
-  if (!widget->grab().save(path)) {
+  if (!quillon::app::writePng(widget->grab(), path)) {
     std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
     g_failed = true;
   }

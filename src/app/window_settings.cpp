@@ -2,22 +2,33 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <algorithm>
 #include <cmath>
 
 namespace quillon::app {
 namespace {
 
 constexpr double kTwipsPerInch = 1440.0;
+// Far beyond any screen, and far from where pixel arithmetic overflows.
+constexpr double kFarthestPixel = 1 << 24;
 
+// "nan" and "inf" read as numbers, but they place nothing.
 double readNumber(QSettings& settings, const QString& key, double fallback) {
   bool ok = false;
   const double value = settings.value(key).toString().toDouble(&ok);
-  return ok ? value : fallback;
+  return ok && std::isfinite(value) ? value : fallback;
 }
 
+// A size of nothing or less is no size.
+double readSize(QSettings& settings, const QString& key, double fallback) {
+  const double value = readNumber(settings, key, fallback);
+  return value > 0 ? value : fallback;
+}
+
+// The settings hold 16-bit integers; a value beyond them is no such number.
 int readInteger(QSettings& settings, const QString& key, int fallback) {
   bool ok = false;
-  const int value = settings.value(key).toString().trimmed().toInt(&ok);
+  const short value = settings.value(key).toString().trimmed().toShort(&ok);
   return ok ? value : fallback;
 }
 
@@ -30,8 +41,8 @@ StartSettings readStartSettings(QSettings& settings) {
   settings.beginGroup("Settings");
   result.placement.left = readNumber(settings, "MainLeft", result.placement.left);
   result.placement.top = readNumber(settings, "MainTop", result.placement.top);
-  result.placement.width = readNumber(settings, "MainWidth", result.placement.width);
-  result.placement.height = readNumber(settings, "MainHeight", result.placement.height);
+  result.placement.width = readSize(settings, "MainWidth", result.placement.width);
+  result.placement.height = readSize(settings, "MainHeight", result.placement.height);
   (void)settings.value("MyProfile", "Standard");
   settings.endGroup();
 
@@ -91,7 +102,8 @@ double screenDpi(const QWidget* widget) {
 }
 
 int twipsToPixels(double twips, double dotsPerInch) {
-  return static_cast<int>(std::lround(twips * dotsPerInch / kTwipsPerInch));
+  const double pixels = twips * dotsPerInch / kTwipsPerInch;
+  return static_cast<int>(std::lround(std::clamp(pixels, -kFarthestPixel, kFarthestPixel)));
 }
 
 double pixelsToTwips(int pixels, double dotsPerInch) {

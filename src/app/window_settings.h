@@ -30,7 +30,8 @@ struct StartSettings {
   QStringList recentFiles;
 };
 
-// Reads the keys in the order start-up reads them; a missing or non-numeric value gives the
+// Reads the keys in the order start-up reads them; a missing value, one that is not a number (a
+// size of zero or less included) or one beyond the 16 bits of the language and port gives the
 // default. "MyProfile" is read and not used.
 [[nodiscard]] StartSettings readStartSettings(QSettings& settings);
 

@@ -18,6 +18,12 @@ int RunCli(const std::vector<std::string>& arguments, std::ostream& out, std::os
     case Invocation::Action::Help:
       out << parser.help(invocation.command);
       return kExitOk;
+    case Invocation::Action::Version: {
+      const ProgramVersion version = BuildVersion();
+      out << "quillon-cli " << version.major << '.' << version.minor << '.' << version.revision
+          << "\n";
+      return kExitOk;
+    }
     case Invocation::Action::Run:
       break;
   }

@@ -31,6 +31,7 @@ const Command* CommandLineParser::find(const std::string& name) const {
 Invocation CommandLineParser::parse(const std::vector<std::string>& arguments) const {
   Invocation invocation;
   bool help = false;
+  bool version = false;
   bool optionsEnded = false;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string& argument = arguments[i];
@@ -39,6 +40,8 @@ Invocation CommandLineParser::parse(const std::vector<std::string>& arguments) c
       optionsEnded = true;
     } else if (option && (argument == "--help" || argument == "-h")) {
       help = true;
+    } else if (option && argument == "--version") {
+      version = true;
     } else if (option && (argument == kLangOption || argument.starts_with("--lang="))) {
       std::string value;
       if (argument == kLangOption) {
@@ -70,8 +73,8 @@ Invocation CommandLineParser::parse(const std::vector<std::string>& arguments) c
     }
   }
 
-  if (help) {
-    invocation.action = Invocation::Action::Help;
+  if (help || version) {
+    invocation.action = help ? Invocation::Action::Help : Invocation::Action::Version;
     invocation.arguments.clear();
     return invocation;
   }
@@ -123,6 +126,7 @@ std::string CommandLineParser::help(const Command* command) const {
       "\nOptions:\n"
       "  --lang en|de  language of the messages (default: en)\n"
       "  -h, --help    show this help\n"
+      "  --version     show the program's version\n"
       "\nExit status: 0 done (warnings included), 9 file not found, 64 wrong usage,\n"
       "66 file not readable, 73 file not writable.\n";
   return text;

@@ -11,7 +11,7 @@
 namespace quillon::cli {
 
 struct Invocation {
-  enum class Action { Run, Help, UsageError };
+  enum class Action { Run, Help, Version, UsageError };
   Action action = Action::UsageError;
   const Command* command = nullptr;  // nullptr: the top level
   std::vector<std::string> arguments;

@@ -7,6 +7,8 @@
 #define QUILLON_CLI_COMMANDS(X) \
   X(kCheckCommand)              \
   X(kResaveCommand)             \
+  X(kHistoryCommand)            \
+  X(kRestoreCommand)            \
   X(kIdentifyCommand)           \
   X(kImageCommand)              \
   X(kPrintCommand)              \

@@ -56,7 +56,7 @@ int RunIdentify(const CommandContext& context, Console& console) {
 
 const Command kIdentifyCommand{
     "identify",
-    "--port DEV [--yes] [--reply-timeout SECONDS] [--max-time SECONDS] [--log]",
+    "--port DEV [--yes] [--reply-timeout SECONDS] [--max-time SECONDS] [--log[=FILE]]",
     0,
     "read the module's identity and version",
     "Reads the identity of the module at DEV (a device path or a port number) and prints\n"

@@ -1,12 +1,12 @@
 // quillon-cli image KIND FILE.EAY [-o OUT] [--identifier]: the bytes a download would send.
 
-#include <fstream>
 #include <optional>
 
 #include "cli/command.h"
 #include "cli/command_line_parser.h"
 #include "cli/terminal_dialog.h"
 #include "link/start_identifier.h"
+#include "project/atomic_file.h"
 #include "transfer/data_image.h"
 
 namespace quillon::cli {
@@ -91,11 +91,10 @@ int runImage(const CommandContext& context) {
     context.out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     return kExitOk;
   }
-  std::ofstream file(*options.outputPath, std::ios::binary | std::ios::trunc);
-  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  file.close();
-  if (!file) {
-    context.err << "quillon-cli: cannot write " << *options.outputPath << "\n";
+  const WriteResult written = WriteFileReplacing(*options.outputPath, bytes);
+  if (!written.ok) {
+    context.err << "quillon-cli: cannot write " << *options.outputPath << ": " << written.error
+                << "\n";
     return kExitCannotWrite;
   }
   return kExitOk;
@@ -114,7 +113,8 @@ const Command kImageCommand{
     "output. Exit status 65 when the download would send nothing (too much text, PIN\n"
     "refused), 9 when FILE.EAY is missing.\n"
     "\n"
-    "  -o OUT        writes the image to OUT instead of the standard output\n"
+    "  -o OUT        writes the image to OUT instead of the standard output; OUT is\n"
+    "                replaced as a whole, or left as it was when that fails (73)\n"
     "  --identifier  writes the start identifier (kind and length in hexadecimal,\n"
     "                e.g. P0009) and a line break instead of the image\n",
     runImage,

@@ -1,13 +1,11 @@
 #pragma once
-// Ctrl-C while a command talks to the module. The signal handler only writes a byte into a
-// pipe; the event loop that runs the transfer sees the pipe through a socket notifier and calls
-// back, so the transfer is cancelled by the same path as the Cancel button. The handler resets
-// itself, so that a second Ctrl-C ends a program that is not in an event loop (a question on the
-// terminal, for instance) at once.
+// Ctrl-C while a command talks to the module. The system's handler only hands the news to the
+// event loop that runs the transfer, which calls back, so the transfer is cancelled by the same
+// path as the Cancel button. A second Ctrl-C ends a program that is not in an event loop (a
+// question on the terminal, for instance) at once. One implementation per system:
+// interrupt_watch_posix.cpp (a signal handler and a pipe) and interrupt_watch_windows.cpp (a
+// console control handler).
 
-#include <signal.h>
-
-#include <QSocketNotifier>
 #include <functional>
 #include <memory>
 
@@ -24,12 +22,16 @@ class InterruptWatch {
   [[nodiscard]] bool interrupted() const { return m_interrupted; }
 
  private:
-  void drain();
+  struct System;  // what the system's own mechanism needs while the watch lasts
+
+  // On the event loop's thread, once per Ctrl-C.
+  void deliver() {
+    m_interrupted = true;
+    if (m_onInterrupt) m_onInterrupt();
+  }
 
   std::function<void()> m_onInterrupt;
-  std::unique_ptr<QSocketNotifier> m_notifier;
-  struct sigaction m_previous {};
-  bool m_installed = false;
+  std::unique_ptr<System> m_system;
   bool m_interrupted = false;
 };
 

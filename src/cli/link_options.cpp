@@ -28,6 +28,7 @@ std::optional<std::string> readLinkOptions(const ParsedOptions& parsed, const st
   options.port = *port;
   options.yes = parsed.has(kYesOption.name);
   options.log = parsed.has(kLogOption.name);
+  options.logFile = parsed.value(kLogOption.name).value_or("");
   if (const auto timeout = parsed.value(kReplyTimeoutOption.name)) {
     const auto milliseconds = parseSeconds(*timeout);
     if (!milliseconds) return "--reply-timeout needs a number of seconds, not '" + *timeout + "'";

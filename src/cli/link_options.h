@@ -17,13 +17,14 @@ struct LinkOptions {
   TimeOfDay replyTimeout = 20000;
   bool log = false;
   std::optional<TimeOfDay> maxTime;  // the whole command's bound, in milliseconds
+  std::string logFile;  // --log=FILE; empty: the log is named after the moment it is opened
 };
 
 // The shared entries, to put in front of a command's own in its option table.
 inline constexpr OptionEntry kPortOption{"--port", true};
 inline constexpr OptionEntry kYesOption{"--yes", false};
 inline constexpr OptionEntry kReplyTimeoutOption{"--reply-timeout", true};
-inline constexpr OptionEntry kLogOption{"--log", false};
+inline constexpr OptionEntry kLogOption{"--log", false, {}, true};
 inline constexpr OptionEntry kMaxTimeOption{"--max-time", true};
 
 // The shared options out of `parsed`; an error text when --port is missing or the time-out is
@@ -41,9 +42,11 @@ inline constexpr OptionEntry kMaxTimeOption{"--max-time", true};
   "                           terminal, and declined without one)\n"                       \
   "  --reply-timeout SECONDS  how long to wait for each reply (default 20)\n"              \
   "  --max-time SECONDS       ends the whole command after this long as a time-out (4),\n" \
-  "                           with the port closed and no file written; without it a\n"    \
-  "                           read that gets only bad blocks goes on until Ctrl-C\n"       \
-  "  --log                    logs the serial traffic to a file in this directory\n"
+  "                           with the port closed and no output file written; without\n" \
+  "                           it a read that gets only bad blocks goes on until Ctrl-C\n"  \
+  "  --log[=FILE]             logs the serial traffic to FILE, which is replaced when\n"   \
+  "                           the command ends; without FILE to yyyy_dd_mm + seconds\n"    \
+  "                           of the day + .LOG here (the next free second if taken)\n"
 
 // Progress, Ctrl-C and the exit status, shared by the transfer commands.
 #define QUILLON_CLI_TRANSFER_HELP                                                        \

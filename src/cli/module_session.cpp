@@ -1,9 +1,9 @@
 #include "cli/module_session.h"
 
 #include <QDateTime>
-#include <QDir>
 
 #include "cli/command.h"
+#include "cli/command_log.h"
 #include "link/qt/identify.h"
 #include "text/code_page.h"
 
@@ -63,15 +63,10 @@ int ModuleSession::open() {
   m_link.setPort(*port);
   if (!m_options.log) return kResultOk;
 
-  const QDateTime now = QDateTime::currentDateTime();
-  const std::string fileName =
-      TrafficLogFileName(now.date().year(), now.date().month(), now.date().day(),
-                         now.time().msecsSinceStartOfDay() / 1000);
-  const QString directory = QDir::currentPath();
-  if (!m_log.open(std::filesystem::path(directory.toStdString()), fileName)) {
-    m_console.err << "Cannot create the log file " << fileName << "\n";
-  } else {
-    m_dialog.tell("", TrafficLogOpenedText(fileName, utf8ToCp1252(directory.toStdString())));
+  const auto log =
+      OpenCommandLog(m_log, m_options.logFile, QDateTime::currentDateTime(), m_console.err);
+  if (log) {
+    m_dialog.tell("", TrafficLogOpenedText(log->fileName, utf8ToCp1252(log->directory)));
     m_link.setTrafficLog(&m_log);
   }
   return kResultOk;
@@ -143,7 +138,7 @@ void ModuleSession::maxTimeReached() {
   if (m_maxTimePassed) return;
   m_maxTimePassed = true;
   m_progress.breakLine();
-  m_console.err << "quillon-cli: --max-time has passed; nothing is written\n";
+  m_console.err << "quillon-cli: --max-time has passed; no output file is written\n";
   cancelTransfer();
 }
 

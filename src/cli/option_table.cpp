@@ -28,8 +28,8 @@ std::optional<std::string> parseOptions(const std::vector<std::string>& argument
     });
     if (entry == table.end()) return "unknown option '" + name + "'";
     if (!entry->takesValue) {
-      if (value) return name + " takes no value";
-      parsed.values[std::string(entry->name)] = "";
+      if (value && !entry->valueAfterEquals) return name + " takes no value";
+      parsed.values[std::string(entry->name)] = value.value_or("");
       continue;
     }
     if (!value) {

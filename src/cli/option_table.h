@@ -15,6 +15,9 @@ struct OptionEntry {
   std::string_view name;  // "--port", "-o"
   bool takesValue = false;
   std::string_view alias = {};  // another name for the same option, e.g. "--output" for "-o"
+  // A flag that may carry a value after "=" ("--log" or "--log=FILE"); never takes the next
+  // argument, which stays positional.
+  bool valueAfterEquals = false;
 };
 
 struct ParsedOptions {

@@ -34,7 +34,9 @@ const Command kResaveCommand{
     "Loads IN.EAY and saves the project to OUT.EAY, exactly as opening the file and\n"
     "saving it under a new name in the program would. Saving cleans the phone numbers;\n"
     "their warnings and those of loading are printed on the error output. OUT.EAY is\n"
-    "replaced as a whole or, when saving fails, left as it was.\n",
+    "replaced as a whole or, when saving fails, left as it was; the version it\n"
+    "replaces is kept (see history). A folder, a pipe, a device or a read-only file\n"
+    "is not replaced (exit 73).\n",
     runResave,
 };
 

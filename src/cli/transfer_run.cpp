@@ -1,12 +1,11 @@
 #include "cli/transfer_run.h"
 
-#include <unistd.h>
-
 #include <cctype>
 #include <iostream>
 #include <vector>
 
 #include "cli/command_line_parser.h"
+#include "cli/terminal.h"
 #include "transfer/data_image.h"
 
 namespace quillon::cli {
@@ -39,8 +38,8 @@ bool rowHoldsAnything(const Table& table, int row) {
 
 Console commandConsole(const CommandContext& context) {
   const bool ownStreams = &context.err == &std::cerr;
-  return Console{std::cin, context.out, context.err, ownStreams && ::isatty(STDIN_FILENO) != 0,
-                 ownStreams && ::isatty(STDERR_FILENO) != 0};
+  return Console{std::cin, context.out, context.err, ownStreams && standardInputIsTerminal(),
+                 ownStreams && standardErrorIsTerminal()};
 }
 
 int usageError(const CommandContext& context, const Command& command, const std::string& error) {

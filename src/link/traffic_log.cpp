@@ -62,22 +62,36 @@ std::string TrafficLogOpenedText(const std::string& fileName, const std::string&
 
 bool TrafficLog::open(const std::filesystem::path& directory, const std::string& fileName) {
   close();
+  m_good = true;
   m_file.open(directory / fileName, std::ios::binary | std::ios::out | std::ios::trunc);
   if (!m_file.is_open()) return false;
   m_fileName = fileName;
   return true;
 }
 
+WriteResult TrafficLog::openReplacing(const std::filesystem::path& path) {
+  close();
+  m_good = true;
+  WriteResult begun = m_replacement.begin(path);
+  if (begun.ok) m_fileName = path.filename().string();
+  return begun;
+}
+
 void TrafficLog::close() {
   if (m_file.is_open()) m_file.close();
+  if (m_replacement.isOpen() && !m_replacement.commit().ok) m_good = false;
   m_file.clear();
   m_fileName.clear();
 }
 
 void TrafficLog::logTraffic(std::string_view text, std::string_view prefix) {
-  if (!m_file.is_open()) return;
+  if (!isOpen()) return;
   const std::string lines = TrafficLogLines(text, prefix);
   if (lines.empty()) return;
+  if (m_replacement.isOpen()) {
+    if (!m_replacement.append(lines)) m_good = false;
+    return;
+  }
   m_file.write(lines.data(), static_cast<std::streamsize>(lines.size()));
   m_file.flush();
 }

@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "project/atomic_file.h"
+
 namespace quillon {
 
 // "yyyy_dd_mm" + the whole seconds since midnight + ".LOG": 15 March 2012, 12:34:56 gives
@@ -28,14 +30,23 @@ namespace quillon {
 
 class TrafficLog {
  public:
+  TrafficLog() = default;
+  ~TrafficLog() { close(); }
+  TrafficLog(const TrafficLog&) = delete;
+  TrafficLog& operator=(const TrafficLog&) = delete;
+
   // OpenTrafficLog: creates (or overwrites) directory/fileName. False when it cannot be created;
   // the log then stays closed.
   [[nodiscard]] bool open(const std::filesystem::path& directory, const std::string& fileName);
+  // A log that replaces `path` only when it is closed, so that the file that was there stays
+  // whole until the new log is complete.
+  [[nodiscard]] WriteResult openReplacing(const std::filesystem::path& path);
+  // Closes the log; one opened by openReplacing takes the place of its file now.
   void close();
-  [[nodiscard]] bool isOpen() const { return m_file.is_open(); }
+  [[nodiscard]] bool isOpen() const { return m_file.is_open() || m_replacement.isOpen(); }
   [[nodiscard]] const std::string& fileName() const { return m_fileName; }
   // False once a write has failed.
-  [[nodiscard]] bool good() const { return !m_file.is_open() || m_file.good(); }
+  [[nodiscard]] bool good() const { return m_good && (!m_file.is_open() || m_file.good()); }
 
   // LogTraffic: nothing while the log is closed or for an empty text. Every line is flushed, so
   // the log is complete up to the last exchange even if the program does not end cleanly.
@@ -43,7 +54,9 @@ class TrafficLog {
 
  private:
   std::ofstream m_file;
+  FileReplacement m_replacement;
   std::string m_fileName;
+  bool m_good = true;
 };
 
 }  // namespace quillon

@@ -1,62 +1,96 @@
 #include "project/atomic_file.h"
 
 #include <cerrno>
-#include <cstdio>
+#include <optional>
 #include <system_error>
+
+#include "project/system_files.h"
+#include "project/temporary_file.h"
+#include "project/write_target.h"
 
 namespace quillon {
 
 namespace {
 
-WriteResult failure(int error) { return {false, std::generic_category().message(error)}; }
+// What a file that is created anew gets, less the umask.
+constexpr unsigned kNewFileMode = 0666;
+// Until the bits of the file it replaces are set, nobody else may read the new content.
+constexpr unsigned kPrivateMode = 0600;
 
-// "x" makes fopen fail instead of reusing a temporary file another save is still writing.
-std::FILE* openTemporary(const std::filesystem::path& target, std::filesystem::path& temporary,
-                         int& error) {
-  constexpr int kAttempts = 100;
-  error = 0;
-  for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    temporary = target;
-    temporary.replace_filename("." + target.filename().string() + ".tmp" + std::to_string(attempt));
-    errno = 0;
-    if (std::FILE* file = std::fopen(temporary.string().c_str(), "wbx")) return file;
-    error = errno;
-    if (error != EEXIST) return nullptr;
-  }
-  return nullptr;
+WriteResult failure(int error) {
+  return {false, std::generic_category().message(error != 0 ? error : EIO)};
 }
 
 }  // namespace
 
-WriteResult WriteFileReplacing(const std::filesystem::path& target, std::string_view bytes) {
-  std::filesystem::path temporary;
-  int error = 0;
-  std::FILE* file = openTemporary(target, temporary, error);
-  if (file == nullptr) return failure(error != 0 ? error : EIO);
+FileReplacement::~FileReplacement() { discard(); }
 
-  errno = 0;
-  bool ok =
-      std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0;
-  error = ok ? 0 : errno;
-  // A full disk may only show when the buffers are handed over on close.
-  if (std::fclose(file) != 0 && ok) {
-    ok = false;
-    error = errno;
+WriteResult FileReplacement::begin(const std::filesystem::path& target,
+                                   const WriteOptions& options) {
+  discard();
+  const ResolvedTarget resolved = ResolveWriteTarget(target);
+  if (!resolved.error.empty()) return {false, resolved.error};
+  if (std::string refusal = WriteRefusal(resolved.path); !refusal.empty()) {
+    return {false, std::move(refusal), true};
   }
-  if (!ok) {
-    std::error_code ignored;
-    std::filesystem::remove(temporary, ignored);
-    return failure(error != 0 ? error : EIO);
-  }
+  RemoveAbandonedTemporaries(FolderOf(resolved.path));
 
-  std::error_code ec;
-  std::filesystem::rename(temporary, target, ec);
-  if (ec) {
-    std::error_code ignored;
-    std::filesystem::remove(temporary, ignored);
-    return {false, ec.message()};
+  std::optional<os::Attributes> like = os::AttributesOf(resolved.path);
+  if (!like && !options.attributesFrom.empty()) like = os::AttributesOf(options.attributesFrom);
+  const bool hasAttributes = like.has_value();
+  TemporaryFile temporary =
+      CreateTemporaryBeside(resolved.path, hasAttributes ? kPrivateMode : kNewFileMode);
+  if (temporary.fd < 0) return failure(temporary.error);
+  m_fd = temporary.fd;
+  m_temporary = std::move(temporary.path);
+  m_target = resolved.path;
+  m_error = 0;
+  if (hasAttributes) {
+    if (const int error = os::TakeAttributes(m_fd, *like); error != 0) {
+      discard();
+      return failure(error);
+    }
   }
   return {};
+}
+
+bool FileReplacement::append(std::string_view bytes) {
+  if (m_fd < 0) return false;
+  if (m_error == 0) m_error = os::WriteAll(m_fd, bytes);
+  return m_error == 0;
+}
+
+WriteResult FileReplacement::commit() {
+  if (!isOpen()) return failure(EBADF);
+  // A full disk may only show when the data are handed to the device.
+  if (m_error == 0) m_error = os::SyncFile(m_fd);
+  if (m_error == 0) m_error = os::ReplaceByRename(m_fd, m_temporary, m_target);
+  if (m_error != 0) {
+    const int error = m_error;
+    discard();
+    return failure(error);
+  }
+  os::SyncFolder(FolderOf(m_target));
+  // Where the file stays open through the rename, its hold goes only now: until then a clean-up
+  // must not take the temporary file for an abandoned one.
+  os::Close(m_fd);
+  m_temporary.clear();
+  return {};
+}
+
+void FileReplacement::discard() {
+  // The file may be closed already, by a rename that failed.
+  if (m_temporary.empty()) return;
+  os::CloseAndRemove(m_fd, m_temporary);
+  m_temporary.clear();
+}
+
+WriteResult WriteFileReplacing(const std::filesystem::path& target, std::string_view bytes,
+                               const WriteOptions& options) {
+  FileReplacement replacement;
+  if (WriteResult begun = replacement.begin(target, options); !begun.ok) return begun;
+  (void)replacement.append(bytes);
+  return replacement.commit();
 }
 
 }  // namespace quillon

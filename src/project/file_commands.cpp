@@ -20,7 +20,7 @@ ReplaceChoice AskReplaceExisting(const std::string& pathText, const UiTexts& tex
                      BoxIcon::Question, BoxButtons::YesNoCancel, BoxAnswer::Yes};
   switch (dialog.ask(question)) {
     case BoxAnswer::Yes:
-      return ReplaceChoice::DeleteThenSave;
+      return ReplaceChoice::Replace;
     case BoxAnswer::No:
       return ReplaceChoice::ChooseAgain;
     default:

@@ -19,9 +19,9 @@ BoxAnswer AskChanged(Project& project, const UiTexts& texts, UserDialog& dialog,
                      const std::function<void()>& saveAs);
 
 enum class ReplaceChoice {
-  DeleteThenSave,  // Yes: delete the old file first
-  ChooseAgain,     // No: show the file dialog again
-  SaveOver,        // Cancel: save over the file all the same
+  Replace,      // Yes: the old file goes
+  ChooseAgain,  // No: show the file dialog again
+  SaveOver,     // Cancel: save over the file all the same
 };
 
 // "Replace existing file? - <path>?" with Yes, No and Cancel. `pathText` is the path as the

@@ -1,12 +1,12 @@
 #include "project/project_file.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
 #include <system_error>
 
+#include "project/file_history.h"
 #include "project/flag_assignment.h"
 #include "project/number_text.h"
+#include "project/read_file.h"
 #include "project/validation.h"
 
 namespace quillon {
@@ -181,27 +181,6 @@ class RecordReader {
   bool m_filtersWarned = false;
 };
 
-struct ReadResult {
-  std::string bytes;
-  int error = 0;
-};
-
-ReadResult readWholeFile(const std::filesystem::path& path) {
-  ReadResult result;
-  errno = 0;
-  std::FILE* file = std::fopen(path.string().c_str(), "rb");
-  if (file == nullptr) {
-    result.error = errno != 0 ? errno : EIO;
-    return result;
-  }
-  char buffer[1 << 16];
-  std::size_t got = 0;
-  while ((got = std::fread(buffer, 1, sizeof buffer, file)) > 0) result.bytes.append(buffer, got);
-  if (std::ferror(file) != 0) result.error = errno != 0 ? errno : EIO;
-  std::fclose(file);
-  return result;
-}
-
 }  // namespace
 
 ProgramVersion BuildVersion() {
@@ -291,7 +270,7 @@ std::string ProjectFileBytes(Project& project, UserDialog& dialog, const Program
 
 WriteResult ProjectFileSave(const std::filesystem::path& path, Project& project, UserDialog& dialog,
                             const ProgramVersion& version) {
-  return WriteFileReplacing(path, ProjectFileBytes(project, dialog, version));
+  return WriteKeepingHistory(path, ProjectFileBytes(project, dialog, version));
 }
 
 void ProjectFileLoadBytes(std::string_view bytes, Project& project, const UiTexts& texts,
@@ -320,7 +299,7 @@ LoadResult ProjectFileLoad(const std::filesystem::path& path, Project& project,
   }
   if (project.changed && askChanged) askChanged();
 
-  const ReadResult read = readWholeFile(path);
+  const FileBytes read = ReadWholeFile(path);
   if (read.error != 0) {
     std::string error = std::generic_category().message(read.error);
     dialog.tell(kMainTitle, error, BoxIcon::Exclamation);

@@ -55,8 +55,9 @@ struct SplitFieldResult {
 [[nodiscard]] std::string ProjectFileBytes(Project& project, UserDialog& dialog,
                                            const ProgramVersion& version = BuildVersion());
 
-// Writes the project to `path`, replacing the file as a whole or not at all. Phone numbers are
-// cleaned in the table as well. The changed flag is the caller's: it is left as it is.
+// Writes the project to `path`, replacing the file as a whole or not at all; the version it
+// replaces is kept in the history folder beside it. Phone numbers are cleaned in the table as
+// well. The changed flag is the caller's: it is left as it is.
 [[nodiscard]] WriteResult ProjectFileSave(const std::filesystem::path& path, Project& project,
                                           UserDialog& dialog,
                                           const ProgramVersion& version = BuildVersion());

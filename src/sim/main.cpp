@@ -43,6 +43,11 @@ int main(int argc, char** argv) {
     std::fputs(simUsage().c_str(), stdout);
     return 0;
   }
+  if (options.version) {
+    std::printf("telvane-sim %d.%d.%d\n", QUILLON_VERSION_MAJOR, QUILLON_VERSION_MINOR,
+                QUILLON_VERSION_PATCH);
+    return 0;
+  }
   QCoreApplication app(argc, argv);
 
   std::string logger = kSampleLogger;

@@ -8,7 +8,6 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
-#include <QSaveFile>
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
@@ -17,6 +16,7 @@
 #include <cstring>
 
 #include "link/qt/port_names.h"
+#include "project/atomic_file.h"
 
 namespace quillon::sim {
 namespace {
@@ -257,13 +257,10 @@ void PtyHost::trace(const char* direction, const std::string& bytes) const {
 
 void PtyHost::saveState() {
   if (m_options.stateFile.empty()) return;
-  QSaveFile file(QString::fromStdString(m_options.stateFile));
-  const std::string text = m_memory.serialize();
-  if (!file.open(QIODevice::WriteOnly) ||
-      file.write(text.data(), static_cast<qint64>(text.size())) !=
-          static_cast<qint64>(text.size()) ||
-      !file.commit()) {
-    std::fprintf(stderr, "telvane-sim: cannot save %s\n", m_options.stateFile.c_str());
+  const WriteResult written = WriteFileReplacing(m_options.stateFile, m_memory.serialize());
+  if (!written.ok) {
+    std::fprintf(stderr, "telvane-sim: cannot save %s: %s\n", m_options.stateFile.c_str(),
+                 written.error.c_str());
   }
 }
 

@@ -63,13 +63,16 @@ bool parseSimOptions(const std::vector<std::string>& args, SimOptions& options,
       hasValue = true;
     }
     const auto flag = flagOptions().find(name);
-    if (name == "--trace" || name == "--help" || name == "-h" || flag != flagOptions().end()) {
+    if (name == "--trace" || name == "--help" || name == "-h" || name == "--version" ||
+        flag != flagOptions().end()) {
       if (hasValue) {
         error = name + " takes no value";
         return false;
       }
       if (flag != flagOptions().end())
         options.module.*(flag->second) = true;
+      else if (name == "--version")
+        options.version = true;
       else
         (name == "--trace" ? options.trace : options.help) = true;
       continue;
@@ -169,6 +172,7 @@ std::string simUsage() {
          "\n"
          "  --state FILE          keeps the module's memory across runs\n"
          "  --trace               every byte both ways on stderr\n"
+         "  --version             prints the version and exits\n"
          "\n"
          "Runs until it is killed or its standard input closes.\n";
 }

@@ -16,6 +16,7 @@ struct SimOptions {
   std::string stateFile;   // --state: the module's memory across runs
   bool trace = false;      // --trace: every byte both ways on stderr
   bool help = false;
+  bool version = false;
 };
 
 // args excludes the program name. Accepts "--name value" and "--name=value".

@@ -3,6 +3,9 @@
 #include <fstream>
 #include <system_error>
 
+#include "project/atomic_file.h"
+#include "text/code_page.h"
+
 namespace quillon {
 namespace {
 
@@ -36,30 +39,36 @@ void appendRows(std::string_view cells, UmlautRows& rows) {
 
 }  // namespace
 
-std::filesystem::path defaultUmlautPath() {
+std::filesystem::path umlautPathIn(const std::filesystem::path& configFolder) {
 #ifdef _WIN32
+  (void)configFolder;
   return std::filesystem::path("C:\\temp\\Umlaut.ini");
 #else
-  std::error_code error;
-  std::filesystem::path folder = std::filesystem::temp_directory_path(error);
-  if (error) folder = "/tmp";
-  return folder / "Umlaut.ini";
+  return configFolder / "Umlaut.ini";
 #endif
 }
 
 UmlautFile loadUmlautFile(const std::filesystem::path& path, UserDialog& dialog) {
+  std::error_code error;
+  // A folder opens as an empty stream; it must not pass for an empty table.
+  if (std::filesystem::is_directory(path, error)) return {UmlautFileStatus::CannotOpen, {}};
   std::ifstream in(path, std::ios::binary);
   if (!in) return {UmlautFileStatus::CannotOpen, {}};
 
   UmlautFile result;
+  bool dropped = false;
   std::string line;
   while (std::getline(in, line)) {
     if (!line.empty() && line.back() == '\r') line.pop_back();
     if (line.empty() || line.front() != kLineTag) {
-      dialog.tell(kMainTitle, kUninterpretableLine, BoxIcon::Exclamation);
+      dropped = true;
       continue;
     }
     appendRows(std::string_view(line).substr(1), result.rows);
+  }
+  if (dropped) {
+    dialog.tell(kMainTitle, std::string(kUninterpretableLine) + ": " + utf8ToCp1252(path.string()),
+                BoxIcon::Exclamation);
   }
   return result;
 }
@@ -77,11 +86,8 @@ std::string umlautLine(const UmlautRows& rows) {
 }
 
 UmlautFileStatus saveUmlautFile(const std::filesystem::path& path, const UmlautRows& rows) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  if (!out) return UmlautFileStatus::CannotOpen;
-  out << umlautLine(rows) << "\r\n";
-  out.close();
-  return out ? UmlautFileStatus::Ok : UmlautFileStatus::CannotWrite;
+  return WriteFileReplacing(path, umlautLine(rows) + "\r\n").ok ? UmlautFileStatus::Ok
+                                                                : UmlautFileStatus::CannotWrite;
 }
 
 std::optional<char> substituteFromDigits(std::string_view digits) {

@@ -27,16 +27,19 @@ struct UmlautFile {
 
 inline constexpr const char* kUninterpretableLine = "String nicht interpretierbar";
 
-// "C:\temp\Umlaut.ini" on Windows, where the file has always been; the temporary folder elsewhere.
-[[nodiscard]] std::filesystem::path defaultUmlautPath();
+// "C:\temp\Umlaut.ini" on Windows, where the file has always been; elsewhere the file in the
+// user's own configuration folder `configFolder`, where no other user can plant one.
+[[nodiscard]] std::filesystem::path umlautPathIn(const std::filesystem::path& configFolder);
 
-// Reads every line; a line that does not start with "U" is reported with an exclamation box and
-// dropped, the others add their rows. A substitute that is itself ";" is written as ";;;" between
-// rows and read back as such; a PC character ";" cannot be kept. A row without a substitute at
-// the end of a line is dropped. A file that cannot be opened gives CannotOpen and no rows.
+// Reads every line; a line that does not start with "U" is dropped, the others add their rows.
+// However many lines are dropped, one exclamation box says so and names the file. A substitute
+// that is itself ";" is written as ";;;" between rows and read back as such; a PC character ";"
+// cannot be kept. A row without a substitute at the end of a line is dropped. A file that cannot
+// be opened, or a folder of that name, gives CannotOpen and no rows, without a box.
 [[nodiscard]] UmlautFile loadUmlautFile(const std::filesystem::path& path, UserDialog& dialog);
 
-// Replaces the file with the one line "U" + the rows, ended by CR LF; no rows give "U".
+// Replaces the file with the one line "U" + the rows, ended by CR LF; no rows give "U". The file
+// is replaced as a whole or, when that fails (CannotWrite), left as it was.
 [[nodiscard]] UmlautFileStatus saveUmlautFile(const std::filesystem::path& path,
                                               const UmlautRows& rows);
 

@@ -1,10 +1,9 @@
 #include "transfer/logger.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <fstream>
 #include <system_error>
 
+#include "project/atomic_file.h"
 #include "text/code_page.h"
 #include "transfer/upload.h"
 
@@ -54,24 +53,13 @@ LoggerSave SaveLoggerText(const std::filesystem::path& path, const std::string& 
         dialog.ask(Box{kMainTitle, kReplaceQuestion + shownPath + "?", BoxIcon::Question,
                        BoxButtons::YesNoCancel, BoxAnswer::Yes});
     if (answer != BoxAnswer::Yes) return LoggerSave::Declined;
-    if (!std::filesystem::remove(path, error) || error) {
-      dialog.tell(kMainTitle, utf8ToCp1252(error.message()), BoxIcon::Exclamation);
-      return LoggerSave::DeleteFailed;
-    }
   }
-  errno = 0;
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  if (file.is_open()) {
-    file << monitor << kFileLineBreak;
-    file.close();
-  }
-  if (!file) {
-    const int code = errno != 0 ? errno : EIO;
-    dialog.tell(kMainTitle, utf8ToCp1252(std::generic_category().message(code)) + ": " + shownPath,
-                BoxIcon::Exclamation);
-    return LoggerSave::WriteFailed;
-  }
-  return LoggerSave::Saved;
+  // The old file goes only in the rename that puts the new one in its place: a save that fails
+  // leaves it as it was.
+  const WriteResult written = WriteFileReplacing(path, monitor + kFileLineBreak);
+  if (written.ok) return LoggerSave::Saved;
+  dialog.tell(kMainTitle, utf8ToCp1252(written.error) + ": " + shownPath, BoxIcon::Exclamation);
+  return written.targetRefused ? LoggerSave::DeleteFailed : LoggerSave::WriteFailed;
 }
 
 }  // namespace quillon

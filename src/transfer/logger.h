@@ -23,11 +23,12 @@ void ReadLogger(TransferContext& context, std::string& monitor, int& result);
 enum class LoggerSave {
   Saved,
   Declined,      // the overwrite question was not answered Yes; the old file is untouched
-  DeleteFailed,  // the old file could not be deleted (box shown)
-  WriteFailed,   // the file could not be written (box shown)
+  DeleteFailed,  // the old file may not be replaced: a folder, a pipe, a device (box shown)
+  WriteFailed,   // the file could not be written (box shown); an old one is untouched
 };
 
-// Saves `monitor` followed by a line break to `path`, asking first when the file exists.
+// Saves `monitor` followed by a line break to `path`, asking first when the file exists. The old
+// file is replaced as a whole, only once the new one is complete.
 [[nodiscard]] LoggerSave SaveLoggerText(const std::filesystem::path& path,
                                         const std::string& monitor, UserDialog& dialog);
 

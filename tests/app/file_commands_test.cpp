@@ -2,13 +2,18 @@
 
 #include <QFile>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QTableWidget>
 #include <QtTest>
+#include <filesystem>
 
 #include "app/left_pane.h"
 #include "app_harness.h"
 
 using quillon::BoxAnswer;
 using quillon::app::testing::Harness;
+using quillon::app::testing::modal;
+using quillon::app::testing::WhenShown;
 
 class FileCommandsTest : public QObject {
   Q_OBJECT
@@ -21,6 +26,7 @@ class FileCommandsTest : public QObject {
   void saveWritesTheFileAndNewKeepsItsName();
   void missingRecentFileIsRemoved();
   void fileListHoldsOnlyProjectFiles();
+  void previousVersionsBringBackTheChosenOne();
 };
 
 namespace {
@@ -67,6 +73,8 @@ void FileCommandsTest::saveAsReplaceQuestion() {
   const QString old = h.path("old.EAY");
   const QString other = h.path("other.EAY");
   writeFile(old, "old content\r\n");
+  namespace fs = std::filesystem;
+  fs::permissions(old.toStdString(), fs::perms(0600));
   fillMessageOne(h.project());
   h.files.paths = {old, other};
   h.dialog.answer(answer);
@@ -81,7 +89,15 @@ void FileCommandsTest::saveAsReplaceQuestion() {
   QCOMPARE(h.files.filters.front(), QString("Message files (*.EAY)"));
   const QString target = savedOverOld ? old : other;
   QVERIFY(readFile(target).startsWith(kSavedStart));
-  if (!savedOverOld) QCOMPARE(readFile(old), QByteArray("old content\r\n"));
+  // The file that held the PIN stays private, and what it held is not lost.
+  QCOMPARE(fs::status(old.toStdString()).permissions(), fs::perms(0600));
+  const QStringList kept = QDir(h.path(".quillon-history")).entryList(QDir::Files);
+  QCOMPARE(kept.size(), savedOverOld ? 1 : 0);
+  if (savedOverOld) {
+    QCOMPARE(readFile(h.path(".quillon-history/" + kept.front())), QByteArray("old content\r\n"));
+  } else {
+    QCOMPARE(readFile(old), QByteArray("old content\r\n"));
+  }
   QCOMPARE(h.window->state().currentFile, target);
   QCOMPARE(h.settings.value("Settings/Recent1").toString(), target);
   QVERIFY(!h.project().changed);
@@ -189,6 +205,47 @@ void FileCommandsTest::fileListHoldsOnlyProjectFiles() {
   // The folder would still be listed if it came back: only the file stays.
   QCoreApplication::processEvents();
   QCOMPARE(pane.listedFiles(), QStringList{"Nord.EAY"});
+}
+
+void FileCommandsTest::previousVersionsBringBackTheChosenOne() {
+  Harness h;
+  const QString file = h.path("A.EAY");
+  h.window->state().currentFile = file;
+  h.activate("MenuFileVersions");
+  QCOMPARE(h.dialog.texts(),
+           std::vector<std::string>{"No previous versions of " +
+                                    QDir::toNativeSeparators(file).toStdString()});
+
+  quillon::Project& project = h.project();
+  for (const char* text : {"Erste", "Zweite", "Dritte"}) {
+    project.messages.setCell(1, 4, text);
+    project.changed = true;
+    h.activate("tbSave");
+  }
+  project.messages.setCell(2, 4, "ungespeichert");
+  project.changed = true;
+  h.dialog.boxes.clear();
+  h.dialog.answer(BoxAnswer::No);
+  int rows = 0;
+  WhenShown pick(modal("frmVersions"), [&rows](QDialog* dialog) {
+    auto* list = dialog->findChild<QTableWidget*>("grdVersions");
+    rows = list->rowCount();
+    list->selectRow(rows - 1);  // the oldest
+    dialog->findChild<QPushButton*>("cmdRestore")->click();
+  });
+
+  h.activate("MenuFileVersions");
+
+  QVERIFY(pick.ran);
+  QCOMPARE(rows, 2);
+  // Restoring is a load: the save prompt comes first.
+  QCOMPARE(h.dialog.texts(), std::vector<std::string>{"Data changed. Save?"});
+  QCOMPARE(project.messages.cell(1, 4), std::string("Erste"));
+  QCOMPARE(project.messages.cell(2, 4), std::string());
+  // Until it is saved, the restored version is a change the save prompt guards.
+  QVERIFY(project.changed);
+  QVERIFY(readFile(file).startsWith("M@Dritte;"));
+  QCOMPARE(h.window->state().currentFile, file);
 }
 
 QTEST_MAIN(FileCommandsTest)

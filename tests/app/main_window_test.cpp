@@ -12,6 +12,7 @@
 #include <QtTest>
 
 #include "app/shell_text.h"
+#include "app/window_placement.h"
 #include "app_harness.h"
 
 using quillon::BoxAnswer;
@@ -26,6 +27,10 @@ class MainWindowTest : public QObject {
   void closeSequence_data();
   void closeSequence();
   void startUpReadsSettings();
+  void unusableSettingsStillShowTheWindow_data();
+  void unusableSettingsStillShowTheWindow();
+  void placementOnTheNearestScreen_data();
+  void placementOnTheNearestScreen();
   void titleIsShortenedPastFiftyCharacters();
   void languageSwitchReappliesCaptions();
   void qtTextsFollowTheLanguage();
@@ -130,6 +135,71 @@ void MainWindowTest::startUpReadsSettings() {
   french.dialog.answer(BoxAnswer::Cancel);
   QVERIFY(!french.window->close());
   QCOMPARE(french.dialog.texts(), std::vector<std::string>{""});
+}
+
+void MainWindowTest::unusableSettingsStillShowTheWindow_data() {
+  QTest::addColumn<QString>("key");
+  QTest::addColumn<QString>("value");
+  QTest::addColumn<QRect>("geometry");
+  QTest::addColumn<QString>("fileMenu");
+
+  // The offscreen screen is 800 x 800 at 96 dots per inch. The defaults 1000, 1000, 11250 x 7000
+  // twips are 67, 67, 750 x 467 pixels.
+  const QRect defaults(67, 67, 750, 467);
+  QTest::newRow("leftNotANumber") << "Settings/MainLeft"
+                                  << "links" << defaults << "&File";
+  QTest::newRow("topNotANumberAtAll") << "Settings/MainTop"
+                                      << "nan" << defaults << "&File";
+  QTest::newRow("widthOfNothing") << "Settings/MainWidth"
+                                  << "0" << defaults << "&File";
+  QTest::newRow("heightBelowNothing") << "Settings/MainHeight"
+                                      << "-7000" << defaults << "&File";
+  QTest::newRow("farOffToTheLeftMovedToTheEdge")
+      << "Settings/MainLeft"
+      << "-99999999" << QRect(0, 67, 750, 467) << "&File";
+  QTest::newRow("farBelowMovedUp") << "Settings/MainTop"
+                                   << "1e300" << QRect(50, 333, 750, 467) << "&File";
+  QTest::newRow("widerThanTheScreenKeepsItsTitleBarShown")
+      << "Settings/MainWidth"
+      << "99999999" << QRect(67, 67, 800, 467) << "&File";
+  QTest::newRow("languageBeyondSixteenBitsIsEnglish") << "Language/MyLang"
+                                                      << "65537" << defaults << "&File";
+  QTest::newRow("languageOutsideTheThreeKeepsTheTableEmpty") << "Language/MyLang"
+                                                             << "7" << defaults << "";
+}
+
+void MainWindowTest::unusableSettingsStillShowTheWindow() {
+  QFETCH(QString, key);
+  QFETCH(QString, value);
+  QFETCH(QRect, geometry);
+  QFETCH(QString, fileMenu);
+
+  Harness h([&](QSettings& s) { s.setValue(key, value); });
+  QCOMPARE(QRect(h.window->pos(), h.window->size()), geometry);
+  QCOMPARE(h.find<QMenu>("MenuFile")->title(), fileMenu);
+}
+
+void MainWindowTest::placementOnTheNearestScreen_data() {
+  QTest::addColumn<QRect>("wanted");
+  QTest::addColumn<QRect>("placed");
+
+  // Two screens side by side: 0..1919 and, lower, 1920..3199.
+  QTest::newRow("onTheFirst") << QRect(100, 100, 800, 600) << QRect(100, 100, 800, 600);
+  QTest::newRow("acrossBoth") << QRect(1500, 200, 800, 600) << QRect(1500, 200, 800, 600);
+  QTest::newRow("titleBarHalfOutStays") << QRect(-300, 10, 800, 600) << QRect(-300, 10, 800, 600);
+  QTest::newRow("titleBarAboveGoesDown") << QRect(100, -30, 800, 600) << QRect(100, 0, 800, 600);
+  QTest::newRow("farRightOntoTheSecond")
+      << QRect(9000, 300, 800, 600) << QRect(2400, 300, 800, 600);
+  QTest::newRow("belowTheSecondShrunkToIt")
+      << QRect(2000, 5000, 1600, 1200) << QRect(1920, 200, 1280, 1024);
+  QTest::newRow("inTheGapUnderTheFirst") << QRect(500, 1500, 400, 300) << QRect(500, 780, 400, 300);
+}
+
+void MainWindowTest::placementOnTheNearestScreen() {
+  QFETCH(QRect, wanted);
+  QFETCH(QRect, placed);
+  const QList<QRect> screens{QRect(0, 0, 1920, 1080), QRect(1920, 200, 1280, 1024)};
+  QCOMPARE(quillon::app::placeOnScreens(wanted, screens), placed);
 }
 
 void MainWindowTest::titleIsShortenedPastFiftyCharacters() {

@@ -198,7 +198,7 @@ void RealLineE2eTest::maxTimeBoundsAnEndlessRead() {
                            QStringList{"-o", out, "--fragments"});
   QVERIFY2(clock.elapsed() < 6000, qPrintable(QString::number(clock.elapsed())));
   QCOMPARE(up.exitCode, 4);
-  QVERIFY(up.err.startsWith("quillon-cli: --max-time has passed; nothing is written\n"));
+  QVERIFY(up.err.startsWith("quillon-cli: --max-time has passed; no output file is written\n"));
   QVERIFY(!QFile::exists(out));
   // The port was closed: the next command gets it.
   QCOMPARE(runCli(QStringList{"identify", "--max-time", "2"} + linkTo(sim)).exitCode, 4);

@@ -51,10 +51,30 @@ TEST_F(UmlautFileTest, Loading) {
     const UmlautFile loaded = loadUmlautFile(m_file, dialog);
     EXPECT_EQ(loaded.status, UmlautFileStatus::Ok);
     EXPECT_EQ(loaded.rows, c.rows);
-    EXPECT_EQ(dialog.boxes,
-              std::vector<Box>(c.boxes, Box{"Kestrix", "String nicht interpretierbar",
-                                            BoxIcon::Exclamation, BoxButtons::Ok, BoxAnswer::Ok}));
+    EXPECT_EQ(
+        dialog.boxes,
+        std::vector<Box>(c.boxes, Box{"Kestrix", "String nicht interpretierbar: " + m_file.string(),
+                                      BoxIcon::Exclamation, BoxButtons::Ok, BoxAnswer::Ok}));
   }
+}
+
+TEST_F(UmlautFileTest, ManyBadLinesGiveOneBoxAndAFolderNone) {
+  std::string lines;
+  for (int i = 0; i < 100000; ++i) lines += "Xunsinn\r\n";
+  std::ofstream(m_file, std::ios::binary) << lines << "U\xE4;{\r\n";
+  testing::ScriptedDialog dialog;
+  EXPECT_EQ(loadUmlautFile(m_file, dialog).rows, (UmlautRows{{"\xE4", "{"}}));
+  EXPECT_EQ(dialog.texts(),
+            std::vector<std::string>{"String nicht interpretierbar: " + m_file.string()});
+
+  // A folder of that name is no empty table: the caller says it cannot be read.
+  const fs::path folder = m_dir / "folder" / "Umlaut.ini";
+  fs::create_directories(folder);
+  dialog.boxes.clear();
+  EXPECT_EQ(loadUmlautFile(folder, dialog).status, UmlautFileStatus::CannotOpen);
+  EXPECT_EQ(saveUmlautFile(folder, {{"\xE4", "{"}}), UmlautFileStatus::CannotWrite);
+  EXPECT_TRUE(fs::is_directory(folder));
+  EXPECT_TRUE(dialog.boxes.empty());
 }
 
 TEST_F(UmlautFileTest, SavingReplacesTheFileAndLoadsBack) {
@@ -87,9 +107,11 @@ TEST_F(UmlautFileTest, MissingFolderIsAStatusNotABox) {
   EXPECT_TRUE(loaded.rows.empty());
   EXPECT_TRUE(dialog.boxes.empty());
   EXPECT_EQ(saveUmlautFile(m_dir / "absent" / "Umlaut.ini", {{"\xE4", "{"}}),
-            UmlautFileStatus::CannotOpen);
+            UmlautFileStatus::CannotWrite);
+  EXPECT_FALSE(fs::exists(m_dir / "absent"));
 #ifndef _WIN32
-  EXPECT_EQ(defaultUmlautPath(), fs::temp_directory_path() / "Umlaut.ini");
+  EXPECT_EQ(umlautPathIn("/home/anna/.config/Kestrix/Kestrix"),
+            fs::path("/home/anna/.config/Kestrix/Kestrix/Umlaut.ini"));
 #endif
 }
 

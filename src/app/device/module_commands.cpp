@@ -14,7 +14,6 @@
 #include "link/qt/port_names.h"
 #include "link/qt/port_settings.h"
 #include "text/code_page.h"
-#include "text/umlaut_file.h"
 #include "transfer/download.h"
 #include "transfer/logger.h"
 #include "transfer/upload.h"
@@ -277,7 +276,7 @@ void ModuleCommands::smsCentreList() {
 void ModuleCommands::substitutionTable() {
   if (m_busy) return;
   m_busy = true;
-  UmlautDialog editor(m_shell.state(), m_shell.dialog(), defaultUmlautPath(), m_shell.window());
+  UmlautDialog editor(m_shell.state(), m_shell.dialog(), userUmlautFile(), m_shell.window());
   (void)editor.exec();
   m_busy = false;
 }

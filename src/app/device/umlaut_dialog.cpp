@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QStyledItemDelegate>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -43,6 +44,11 @@ QString cellText(const QTableWidget* grid, int row, int column) {
 }
 
 }  // namespace
+
+std::filesystem::path userUmlautFile() {
+  return umlautPathIn(std::filesystem::path(
+      QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation).toStdU16String()));
+}
 
 UmlautDialog::UmlautDialog(const AppState& state, UserDialog& dialog, std::filesystem::path file,
                            QWidget* parent)
@@ -127,6 +133,9 @@ std::vector<std::pair<std::string, std::string>> UmlautDialog::rows() const {
 }
 
 void UmlautDialog::save() {
+  // The configuration folder does not exist before the program keeps anything there.
+  std::error_code ignored;
+  std::filesystem::create_directories(m_file.parent_path(), ignored);
   if (saveUmlautFile(m_file, rows()) != UmlautFileStatus::Ok) {
     m_dialog.tell(
         kMainTitle,

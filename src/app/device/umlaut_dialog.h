@@ -15,6 +15,10 @@ namespace quillon::app::device {
 
 inline constexpr int kUmlautGridRows = 20;
 
+// Umlaut.ini of this user: in the application's configuration folder (on Windows where the file
+// has always been).
+[[nodiscard]] std::filesystem::path userUmlautFile();
+
 class UmlautDialog : public QDialog {
   Q_OBJECT
 

@@ -21,6 +21,7 @@
 
 #include "app/device/module_commands.h"
 #include "app/main_window.h"
+#include "app/png_file.h"
 #include "app/window_settings.h"
 
 namespace {
@@ -40,9 +41,9 @@ void shoot(const QString& path) {
     if (window->isVisible()) covered |= window->frameGeometry();
   }
   covered = covered.adjusted(-8, -8, 8, 8) & QGuiApplication::primaryScreen()->geometry();
-  if (!QGuiApplication::primaryScreen()
-           ->grabWindow(0, covered.x(), covered.y(), covered.width(), covered.height())
-           .save(path)) {
+  if (!quillon::app::writePng(QGuiApplication::primaryScreen()->grabWindow(
+                                  0, covered.x(), covered.y(), covered.width(), covered.height()),
+                              path)) {
     std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
     g_failed = true;
   }

@@ -1,17 +1,22 @@
 #include "print/qt/listing_renderer.h"
 
+#include <QBuffer>
+#include <QFile>
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QMarginsF>
 #include <QPageSize>
+#include <QPagedPaintDevice>
 #include <QPainter>
-#include <QPrinter>
+#include <QPdfWriter>
 #include <QString>
 #include <cmath>
+#include <filesystem>
 #include <string>
 
 #include "print/listing.h"
 #include "print/pages.h"
+#include "project/atomic_file.h"
 #include "text/code_page.h"
 
 namespace quillon {
@@ -19,6 +24,8 @@ namespace {
 
 constexpr qreal kFontPoints = 10.0;
 constexpr qreal kSmallestPoints = 5.0;
+// What QPrinter's high resolution gives a PDF, so both paths lay the listing out alike.
+constexpr int kPdfResolution = 1200;
 // The foot line sits below a blank line under the last listing line.
 constexpr int kFootLines = 2;
 
@@ -52,11 +59,12 @@ QPageLayout defaultListingPageLayout() {
                      QPageLayout::Millimeter);
 }
 
-RenderResult renderListing(QPrinter& printer, std::string_view listing, const QString& title,
-                           const QFont& font) {
+RenderResult renderListing(QPagedPaintDevice& printer, std::string_view listing,
+                           const QString& title, const QFont& font) {
   QPainter painter;
   if (!painter.begin(&printer)) return {};
-  const QRectF area(QPointF(0, 0), printer.pageRect(QPrinter::DevicePixel).size());
+  const QRectF area(QPointF(0, 0),
+                    printer.pageLayout().paintRectPixels(printer.logicalDpiX()).size());
   painter.setFont(fittingFont(font, &printer, area.width()));
   const QFontMetricsF metrics(painter.font(), &printer);
   const qreal lineHeight = metrics.lineSpacing();
@@ -67,7 +75,7 @@ RenderResult renderListing(QPrinter& printer, std::string_view listing, const QS
   for (int index = 0; index < pageCount; ++index) {
     if (index > 0 && !printer.newPage()) {
       painter.end();
-      return {false, index};
+      return {false, index, {}};
     }
     qreal baseline = metrics.ascent();
     for (const auto& line : pages[static_cast<std::size_t>(index)]) {
@@ -82,18 +90,33 @@ RenderResult renderListing(QPrinter& printer, std::string_view listing, const QS
                      number);
   }
   const bool finished = painter.end();
-  return {finished, pageCount};
+  return {finished, pageCount, {}};
 }
 
 RenderResult writeListingPdf(std::string_view listing, const QString& path, const QString& title,
                              const QFont& font, const QPageLayout& layout) {
-  QPrinter printer(QPrinter::HighResolution);
-  printer.setOutputFormat(QPrinter::PdfFormat);
-  printer.setOutputFileName(path);
-  printer.setPageLayout(layout);
-  printer.setCreator(QStringLiteral("Quillon"));
-  printer.setDocName(title);
-  return renderListing(printer, listing, title, font);
+  QBuffer document;
+  document.open(QIODevice::WriteOnly);
+  RenderResult result;
+  {
+    // The writer finishes the document when it goes out of scope.
+    QPdfWriter pdf(&document);
+    pdf.setResolution(kPdfResolution);
+    pdf.setPageLayout(layout);
+    pdf.setCreator(QStringLiteral("Quillon"));
+    pdf.setTitle(title);
+    result = renderListing(pdf, listing, title, font);
+  }
+  if (!result.printed) return result;
+  const QByteArray& bytes = document.data();
+  const WriteResult written = WriteFileReplacing(
+      std::filesystem::path(QFile::encodeName(path).toStdString()),
+      std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+  if (!written.ok) {
+    result.printed = false;
+    result.error = QString::fromStdString(written.error);
+  }
+  return result;
 }
 
 }  // namespace quillon

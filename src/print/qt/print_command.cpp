@@ -4,12 +4,14 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <filesystem>
 #include <memory>
 #include <ostream>
 #include <string>
 
 #include "print/listing.h"
 #include "print/qt/listing_renderer.h"
+#include "project/atomic_file.h"
 #include "text/code_page.h"
 
 namespace quillon {
@@ -92,19 +94,22 @@ int writePrintOutput(const Project& project, const PrintArguments& arguments, co
     out.flush();
     return out ? 0 : kPrintCannotWrite;
   }
+  std::string error;
   if (QFileInfo(arguments.outputPath).suffix().compare(QLatin1String("pdf"), Qt::CaseInsensitive) ==
       0) {
     const PaintingApplication application;
-    if (writeListingPdf(listing, arguments.outputPath, title).printed) return 0;
+    const RenderResult written = writeListingPdf(listing, arguments.outputPath, title);
+    if (written.printed) return 0;
+    error = written.error.toStdString();
   } else {
-    QFile file(arguments.outputPath);
-    const QByteArray utf8 = QByteArray::fromStdString(cp1252ToUtf8(listing));
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(utf8) == utf8.size() &&
-        file.flush()) {
-      return 0;
-    }
+    const WriteResult written = WriteFileReplacing(
+        std::filesystem::path(QFile::encodeName(arguments.outputPath).toStdString()),
+        cp1252ToUtf8(listing));
+    if (written.ok) return 0;
+    error = written.error;
   }
-  err << "quillon-cli: cannot write " << arguments.outputPath.toStdString() << '\n';
+  err << "quillon-cli: cannot write " << arguments.outputPath.toStdString()
+      << (error.empty() ? "" : ": " + error) << '\n';
   return kPrintCannotWrite;
 }
 

@@ -57,22 +57,24 @@ bool PrintService::print(const PrintChoice& choice, const Project& project, cons
                                toCp1252(choice.memo)};
   const std::string listing = printListing(project, options);
 
-  QPrinter printer(QPrinter::HighResolution);
-  if (choice.toPdf()) {
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(choice.pdfPath);
-  } else {
-    printer.setPrinterName(choice.printerName);
-  }
-  printer.setPageLayout(m_layout);
-  printer.setCreator(QStringLiteral("Quillon"));
   const QString title = QFileInfo(projectPath).fileName();
-  printer.setDocName(title);
   QFont font = defaultListingFont();
   if (!choice.fontFamily.isEmpty()) font.setFamily(choice.fontFamily);
 
-  if (renderListing(printer, listing, title, font).printed) return true;
-  const std::string where = toCp1252(choice.toPdf() ? choice.pdfPath : choice.printerName);
+  RenderResult result;
+  if (choice.toPdf()) {
+    result = writeListingPdf(listing, choice.pdfPath, title, font, m_layout);
+  } else {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPrinterName(choice.printerName);
+    printer.setPageLayout(m_layout);
+    printer.setCreator(QStringLiteral("Quillon"));
+    printer.setDocName(title);
+    result = renderListing(printer, listing, title, font);
+  }
+  if (result.printed) return true;
+  std::string where = toCp1252(choice.toPdf() ? choice.pdfPath : choice.printerName);
+  if (!result.error.isEmpty()) where += ": " + toCp1252(result.error);
   m_boxes.tell(kMainTitle,
                (texts.german() ? "Drucken nicht m\xF6glich: " : "Printing failed: ") + where,
                BoxIcon::Critical);

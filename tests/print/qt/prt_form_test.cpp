@@ -64,8 +64,10 @@ class PrtFormTest : public QObject {
 
   void aFileThatCannotBeWrittenIsToldInOneBox() {
     const std::pair<int, QString> rows[] = {
-        {kEnglish, u"Printing failed: /nonexistent-quillon-dir/out.pdf"_s},
-        {kGerman, u"Drucken nicht m\u00f6glich: /nonexistent-quillon-dir/out.pdf"_s}};
+        {kEnglish,
+         u"Printing failed: /nonexistent-quillon-dir/out.pdf: No such file or directory"_s},
+        {kGerman,
+         u"Drucken nicht m\u00f6glich: /nonexistent-quillon-dir/out.pdf: No such file or directory"_s}};
     for (const auto& [language, text] : rows) {
       UiTexts texts;
       texts.fill(language);

@@ -1,9 +1,11 @@
-#include "cli/interrupt_watch.h"
-
 #include <fcntl.h>
+#include <signal.h>
 #include <unistd.h>
 
+#include <QSocketNotifier>
 #include <cerrno>
+
+#include "cli/interrupt_watch.h"
 
 namespace quillon::cli {
 
@@ -21,42 +23,48 @@ extern "C" void onInterrupt(int) {
 
 }  // namespace
 
+struct InterruptWatch::System {
+  struct sigaction previous {};
+  std::unique_ptr<QSocketNotifier> notifier;
+
+  ~System() {
+    ::sigaction(SIGINT, &previous, nullptr);
+    notifier.reset();
+    ::close(g_interruptPipe[0]);
+    ::close(g_interruptPipe[1]);
+    g_interruptPipe[0] = g_interruptPipe[1] = -1;
+  }
+};
+
 InterruptWatch::InterruptWatch(std::function<void()> onInterrupt)
     : m_onInterrupt(std::move(onInterrupt)) {
   if (g_interruptPipe[0] >= 0 || ::pipe2(g_interruptPipe, O_NONBLOCK | O_CLOEXEC) != 0) return;
   struct sigaction action {};
   action.sa_handler = quillon::cli::onInterrupt;
   sigemptyset(&action.sa_mask);
+  // The handler resets itself: a second Ctrl-C takes the default way out.
   action.sa_flags = static_cast<int>(static_cast<unsigned>(SA_RESTART) | SA_RESETHAND);
+  struct sigaction previous {};
   // A Ctrl-C that the shell told this process to ignore (a background job) stays ignored.
   const bool ignored =
-      ::sigaction(SIGINT, nullptr, &m_previous) == 0 && m_previous.sa_handler == SIG_IGN;
-  if (ignored || ::sigaction(SIGINT, &action, &m_previous) != 0) {
+      ::sigaction(SIGINT, nullptr, &previous) == 0 && previous.sa_handler == SIG_IGN;
+  if (ignored || ::sigaction(SIGINT, &action, &previous) != 0) {
     ::close(g_interruptPipe[0]);
     ::close(g_interruptPipe[1]);
     g_interruptPipe[0] = g_interruptPipe[1] = -1;
     return;
   }
-  m_installed = true;
-  m_notifier = std::make_unique<QSocketNotifier>(g_interruptPipe[0], QSocketNotifier::Read);
-  QObject::connect(m_notifier.get(), &QSocketNotifier::activated, [this] { drain(); });
+  m_system = std::make_unique<System>();
+  m_system->previous = previous;
+  m_system->notifier = std::make_unique<QSocketNotifier>(g_interruptPipe[0], QSocketNotifier::Read);
+  QObject::connect(m_system->notifier.get(), &QSocketNotifier::activated, [this] {
+    char buffer[16];
+    while (::read(g_interruptPipe[0], buffer, sizeof buffer) > 0) {
+    }
+    deliver();
+  });
 }
 
-InterruptWatch::~InterruptWatch() {
-  if (!m_installed) return;
-  ::sigaction(SIGINT, &m_previous, nullptr);
-  m_notifier.reset();
-  ::close(g_interruptPipe[0]);
-  ::close(g_interruptPipe[1]);
-  g_interruptPipe[0] = g_interruptPipe[1] = -1;
-}
-
-void InterruptWatch::drain() {
-  char buffer[16];
-  while (::read(g_interruptPipe[0], buffer, sizeof buffer) > 0) {
-  }
-  m_interrupted = true;
-  if (m_onInterrupt) m_onInterrupt();
-}
+InterruptWatch::~InterruptWatch() = default;
 
 }  // namespace quillon::cli
