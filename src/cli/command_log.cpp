@@ -1,12 +1,11 @@
 #include "cli/command_log.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <QDir>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
+
+#include "project/system_files.h"
 
 namespace quillon::cli {
 
@@ -16,9 +15,9 @@ constexpr int kSecondsPerDay = 24 * 60 * 60;
 
 // Claims the name: only the run that creates the file may write its log there.
 int createNew(const std::filesystem::path& path) {
-  const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-  if (fd < 0) return errno;
-  ::close(fd);
+  os::Created created = os::CreateExclusive(path, 0666);
+  if (created.handle == os::kNoHandle) return created.error;
+  os::Close(created.handle);
   return 0;
 }
 
