@@ -4,9 +4,10 @@
 //   - opens the port, then calls start(now);
 //   - hands every received piece to onBytes(bytes, now) as it arrives (pieces may split or merge
 //     replies in any way: the engine parses from its own buffer);
-//   - after every call writes takeOutgoing() to the port, shows takeEvents() in order (boxes
-//     modally) and re-arms one single-shot timer from deadline(), calling onDeadline(now) when it
-//     fires (a deadline at or before now means "at once"; no deadline means "wait for bytes");
+//   - after every call writes takeOutgoing() to the port, hands takeEvents() in order to the
+//     presenter (which words them and raises the boxes, modally) and re-arms one single-shot timer
+//     from deadline(), calling onDeadline(now) when it fires (a deadline at or before now means "at
+//     once"; no deadline means "wait for bytes");
 //   - calls cancel(now) for the Cancel button and onLinkLost(now) when the port reports that the
 //     link is gone;
 //   - closes the port once finished() is true and reads outcome().
@@ -20,9 +21,9 @@
 #include <string_view>
 #include <vector>
 
+#include "link/engine_events.h"
 #include "link/reply_timer.h"
 #include "link/transfer.h"
-#include "link/transfer_messages.h"
 
 namespace quillon {
 
@@ -39,16 +40,12 @@ class TransferEngine {
   // The port reported a read, write or resource error: the current wait ends at once as if it
   // had timed out (during sign-in the box says that the interface is not active).
   void onLinkLost(TimeOfDay now);
-  // The port layer's current error text, for the sign-in's "Error " box.
-  void setPortErrorText(std::string text) { m_portErrorText = std::move(text); }
 
   [[nodiscard]] std::optional<TimeOfDay> deadline() const;
   [[nodiscard]] std::string takeOutgoing();
-  [[nodiscard]] std::vector<TransferEvent> takeEvents();
+  [[nodiscard]] std::vector<EngineEvent> takeEvents();
   [[nodiscard]] bool finished() const { return m_stage == Stage::Finished; }
   [[nodiscard]] const TransferOutcome& outcome() const { return m_outcome; }
-  // Kommentar, the window's state text.
-  [[nodiscard]] const std::string& comment() const { return m_comment; }
   // The window's cancel flag: set by Cancel and by a send that could not go on.
   [[nodiscard]] bool cancelled() const { return m_cancelled; }
 
@@ -67,6 +64,9 @@ class TransferEngine {
     Finished,
   };
 
+  // ReadAcknowledge: how the last character of one read answers.
+  enum class Acknowledge { Ack, None, Other, Nak };
+
   // A stage that waits for the module under the reply time-out.
   [[nodiscard]] bool waitsForReply() const;
   void pump(TimeOfDay now);
@@ -75,20 +75,20 @@ class TransferEngine {
   void expect(Stage stage, TimeOfDay now);
   [[nodiscard]] char takeByte();
   [[nodiscard]] std::string takeAll();
-  [[nodiscard]] int takeAcknowledge();
+  [[nodiscard]] Acknowledge takeAcknowledge();
 
   // Sign-in.
   void writeProbe(TimeOfDay now);
   void judgeSignIn(TimeOfDay now);
-  void signInFailed(int status);
+  void signInFailed(TransferFailure failure);
   // Sending.
   void beginSending(TimeOfDay now);
-  void onStartReply(int code, TimeOfDay now);
+  void onStartReply(Acknowledge reply, TimeOfDay now);
   void beginDataString(int which, TimeOfDay now);
   void sendNextBlock(TimeOfDay now);
-  void onBlockReply(int code, TimeOfDay now);
+  void onBlockReply(Acknowledge reply, TimeOfDay now);
   void afterDataStrings(TimeOfDay now);
-  void onFinalReply(int code);
+  void onFinalReply(Acknowledge reply);
   void finishSending();
   void cancelSending();
   void stopSending();
@@ -100,20 +100,17 @@ class TransferEngine {
   void finishBlock(TimeOfDay now);
   void deliverBlock(const std::string& data, TimeOfDay now);
 
-  void write(const std::string& bytes, const char* logPrefix);
+  void write(const std::string& bytes, TrafficKind kind = TrafficKind::Write);
   void logRead(const std::string& bytes);
-  void setComment(const std::string& text);
-  void setTitle(const std::string& text);
+  void setState(WindowState state);
+  void setStatus(TransferStatus status);
   void setProgress(int value);
   void setBusy(bool busy);
-  void showBox(std::string text, BoxIcon icon = BoxIcon::None);
-  void emit(TransferEvent event) { m_events.push_back(std::move(event)); }
+  void emit(EngineEvent event) { m_events.push_back(std::move(event)); }
   void finish();
 
   TransferJob m_job;
   EngineSettings m_settings;
-  TransferMessages m_messages;
-  std::string m_portErrorText;
 
   Stage m_stage = Stage::Idle;
   ReplyTimer m_replyTimer;
@@ -121,11 +118,11 @@ class TransferEngine {
   bool m_cancelled = false;
   bool m_busy = false;
   int m_progress = -1;
-  std::string m_comment;
+  std::optional<WindowState> m_state;
 
   std::string m_input;     // received, not yet taken by the protocol
   std::string m_outgoing;  // to be written
-  std::vector<TransferEvent> m_events;
+  std::vector<EngineEvent> m_events;
 
   int m_signInRound = 0;
   // Sending.

@@ -9,6 +9,7 @@
 
 #include "link/sign_in.h"
 #include "link/transfer_engine.h"
+#include "link/transfer_presenter.h"
 
 namespace quillon::testing {
 
@@ -64,7 +65,7 @@ inline Step linkLostAt(TimeOfDay at) { return {Step::LinkLost, at, {}}; }
 class Harness {
  public:
   explicit Harness(TransferJob job, EngineSettings settings = {})
-      : m_engine(std::move(job), settings) {}
+      : m_job(job), m_engine(job, settings), m_presenter(job, settings.language) {}
 
   void bytes(const std::string& received, TimeOfDay now) { run({bytesAt(now, received)}); }
 
@@ -98,8 +99,14 @@ class Harness {
   }
 
   TransferEngine& engine() { return m_engine; }
+  TransferPresenter& presenter() { return m_presenter; }
+  // The window's state line and title as the events left them.
+  [[nodiscard]] const std::string& comment() const { return m_comment; }
+  [[nodiscard]] std::string title() const {
+    return StatusTitle(m_engine.outcome().status, m_job.direction);
+  }
   [[nodiscard]] std::optional<TimeOfDay> due() const { return m_engine.deadline(); }
-  [[nodiscard]] int result() const { return TransferResultForTitle(m_engine.outcome().title); }
+  [[nodiscard]] int result() const { return ResultOf(m_engine.outcome().status); }
 
   // The described events of the given kinds ("box", "title", "comment" ...), in order.
   template <class... Kinds>
@@ -116,20 +123,26 @@ class Harness {
  private:
   void collect() {
     wire += m_engine.takeOutgoing();
-    for (const auto& e : m_engine.takeEvents()) events.push_back(describe(e));
+    for (const auto& e : m_presenter.present(m_engine.takeEvents())) {
+      if (e.kind == TransferEvent::Kind::Comment) m_comment = e.text;
+      events.push_back(describe(e));
+    }
   }
+  TransferJob m_job;
   TransferEngine m_engine;
+  TransferPresenter m_presenter;
+  std::string m_comment;
 };
 
 // A sending job as the downloads prepare it.
 inline TransferJob sendJob(std::string text, std::string startIdentifier = "M0002",
                            std::string text2 = {}) {
-  return {"Download active",          "Messages", std::move(text), std::move(text2),
-          std::move(startIdentifier), '\0'};
+  return {TransferDirection::Download, "Messages", std::move(text), std::move(text2),
+          std::move(startIdentifier),  '\0'};
 }
 // A reading job as the uploads prepare it.
 inline TransferJob readJob(char letter, std::string contentLabel) {
-  return {"Upload active", std::move(contentLabel), {}, {}, {}, letter};
+  return {TransferDirection::Upload, std::move(contentLabel), {}, {}, {}, letter};
 }
 
 }  // namespace quillon::testing

@@ -53,7 +53,7 @@ TEST(TransferEngineSend, DownloadOfTwoCharactersStepByStep) {
                    "comment Sending data block by block...", "block AB | 30", "log WRITE: AB03",
                    "progress 100", "log READ: <6>", "reply [ACK]", "log READ: <6>", "reply [ACK]",
                    "status Download done", "comment done", "busy off", "finished"}));
-  EXPECT_EQ(h.engine().outcome().title, "Download active");
+  EXPECT_EQ(h.title(), "Download active");
   EXPECT_EQ(h.due(), std::nullopt);
 }
 
@@ -94,7 +94,7 @@ TEST(TransferEngineSend, OneReadIsOneReplyJudgedByItsLastCharacter) {
     h.run(row.steps);
     EXPECT_EQ(h.wire, row.wire);
     EXPECT_EQ(h.only("reply", "box"), row.repliesAndBoxes);
-    EXPECT_EQ(h.engine().comment(), "done");
+    EXPECT_EQ(h.comment(), "done");
     EXPECT_EQ(h.result(), row.result);
   }
 }
@@ -149,7 +149,7 @@ TEST(TransferEngineSignIn, EndingsAndTheirBoxes) {
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
     Harness h(sendJob("AB"), inLanguage(row.language));
-    h.engine().setPortErrorText(row.portError);
+    h.presenter().setPortErrorText(row.portError);
     h.run(row.steps);
     const Lines shown = h.only("box", "title");
     EXPECT_EQ(shown, row.boxesAndTitles);
@@ -175,7 +175,7 @@ TEST(TransferEngineSend, StartIdentifierRefusedOrNothingToSend) {
     EXPECT_EQ(h.only("reply", "box", "title"), shown);
     EXPECT_TRUE(h.engine().finished());
     if (reply == NAK) {
-      EXPECT_EQ(h.engine().comment(), "Denied");
+      EXPECT_EQ(h.comment(), "Denied");
     }
     EXPECT_EQ(h.result(), 0);
   }
@@ -209,7 +209,7 @@ TEST(TransferEngineSend, FiveFailuresWithinOneDataStringEndTheTransfer) {
     EXPECT_EQ(h.wire, row.wire);
     EXPECT_EQ(h.only("box"), row.boxes);
     EXPECT_TRUE(h.engine().finished());
-    EXPECT_EQ(h.engine().comment(), row.result == 0 ? "done" : "Cancel");
+    EXPECT_EQ(h.comment(), row.result == 0 ? "done" : "Cancel");
     EXPECT_EQ(h.result(), row.result);
   }
 }

@@ -218,7 +218,7 @@ TEST(Handover, SplitAndStartIdentifier) {
     std::string image(row.length, 'x');
     image.back() = '\xFD';
     const TransferJob job = downloadJob(row.kind, "Messages", image);
-    EXPECT_EQ(job.title, "Download active");
+    EXPECT_EQ(job.direction, TransferDirection::Download);
     EXPECT_EQ(job.contentLabel, "Messages");
     EXPECT_EQ(job.startIdentifier, row.identifier);
     EXPECT_EQ(job.sendText2.size(), row.second);

@@ -44,7 +44,7 @@ TEST(ReadLogger, ResultHandlingIsGermanInEveryLanguage) {
     bench.dialog.answer(row.answer);
     std::string monitor = "old";
     int result = -1;
-    ReadLogger(bench.context, monitor, result);
+    RunNow(ReadLogger(bench.context, monitor, result));
     EXPECT_EQ(result, row.result);
     EXPECT_EQ(bench.dialog.boxes, row.boxes);
     EXPECT_EQ(monitor, row.monitor);

@@ -39,7 +39,7 @@ void fillRichProject(Project& project) {
 TEST(Uploads, SavePromptComesFirst) {
   struct Row {
     const char* name;
-    void (*run)(TransferContext&, int&);
+    Task<> (*run)(TransferContext&, int&);
     bool changed;
     BoxAnswer answer;
     std::vector<std::size_t> saveAsAtJob;
@@ -62,7 +62,7 @@ TEST(Uploads, SavePromptComesFirst) {
     bench.run(row.run);
     EXPECT_EQ(bench.saveAsAtJob, row.saveAsAtJob);
     EXPECT_EQ(bench.jobKinds(), row.kinds);
-    EXPECT_EQ(bench.port.jobs.front().title, "Upload active");
+    EXPECT_EQ(bench.port.jobs.front().direction, TransferDirection::Upload);
     EXPECT_EQ(bench.project.changed, row.changed && row.answer == BoxAnswer::No);
     const Box prompt{"Kestrix", "Daten ge\xE4ndert. Abspeichern ?", BoxIcon::Exclamation,
                      BoxButtons::YesNo, BoxAnswer::Yes};
@@ -75,7 +75,7 @@ TEST(Uploads, SavePromptComesFirst) {
 TEST(Uploads, ResultHandlingPerProcedure) {
   struct Procedure {
     const char* name;
-    void (*run)(TransferContext&, int&);
+    Task<> (*run)(TransferContext&, int&);
     std::string image;
     Box fragments;
   };

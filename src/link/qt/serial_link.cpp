@@ -1,15 +1,16 @@
 #include "link/qt/serial_link.h"
 
-#include <QEventLoop>
 #include <QTime>
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "link/qt/serial_port_setup.h"
 #include "link/qt/transfer_observer.h"
 #include "link/reply_timer.h"
 #include "link/traffic_log.h"
 #include "link/transfer_engine.h"
+#include "link/transfer_presenter.h"
 #include "text/code_page.h"
 
 namespace quillon {
@@ -110,37 +111,30 @@ std::string SerialLink::portStatusText() const {
   return PortStatusText(port, m_settings, m_handshaking, m_port.isOpen());
 }
 
-TransferOutcome SerialLink::runTransfer(const TransferJob& job) {
+void SerialLink::startTransfer(const TransferJob& job, std::function<void(TransferOutcome)> done) {
   if (m_engine) {
     // One transfer window at a time; a second one cannot reach the module.
     TransferOutcome refused;
-    refused.title = kStatusNoConnection;
-    return refused;
+    refused.status = TransferStatus::NoConnection;
+    QTimer::singleShot(0, this, [done = std::move(done), refused] { done(refused); });
+    return;
   }
   m_engine = std::make_unique<TransferEngine>(job, m_engineSettings);
+  m_presenter = std::make_unique<TransferPresenter>(job, m_engineSettings.language);
+  m_done = std::move(done);
   m_phase = Phase::Running;
   m_timerFired = false;
   if (m_observer) m_observer->transferStarted(job);
 
   const bool opened = openLinkPort() == 0;
-  m_engine->setPortErrorText(m_portError);
+  m_presenter->setPortErrorText(m_portError);
   m_lastNow = now();
   m_engine->start(m_lastNow);
   if (!opened) {
     m_dialog.tell(kTerminalTitle, m_portError, BoxIcon::Exclamation);
     m_engine->onLinkLost(m_lastNow);
   }
-
-  QEventLoop loop;
-  m_loop = &loop;
   pump();
-  if (m_phase != Phase::Idle) loop.exec();
-  m_loop = nullptr;
-
-  TransferOutcome outcome = m_engine->outcome();
-  m_engine.reset();
-  if (m_observer) m_observer->transferFinished(outcome);
-  return outcome;
 }
 
 void SerialLink::cancel() {
@@ -216,8 +210,8 @@ void SerialLink::pump() {
     rearm();
 }
 
-void SerialLink::dispatch(std::vector<TransferEvent> events) {
-  for (const TransferEvent& event : events) {
+void SerialLink::dispatch(const std::vector<EngineEvent>& engineEvents) {
+  for (const TransferEvent& event : m_presenter->present(engineEvents)) {
     if (m_observer) m_observer->transferEvent(event);
     if (event.kind == TransferEvent::Kind::Log && m_log) m_log->logTraffic(event.text, event.text2);
     if (event.kind == TransferEvent::Kind::Box) (void)m_dialog.ask(event.box);
@@ -252,7 +246,16 @@ void SerialLink::endTransfer() {
   m_timer.stop();
   closeLinkPort();
   m_phase = Phase::Idle;
-  if (m_loop) m_loop->quit();
+  TransferOutcome outcome = m_engine->outcome();
+  m_engine.reset();
+  m_presenter.reset();
+  if (m_observer) m_observer->transferFinished(outcome);
+  // The caller goes on from the event loop, not from inside this driver: its next step may
+  // start the next transfer, or end the program.
+  if (auto done = std::exchange(m_done, {})) {
+    QTimer::singleShot(0, this,
+                       [done = std::move(done), outcome = std::move(outcome)] { done(outcome); });
+  }
 }
 
 }  // namespace quillon

@@ -1,8 +1,9 @@
 #pragma once
 // The serial port under the transfer engine. One driver feeds the engine what readyRead brings,
 // writes what the engine asks to write, shows its events, and re-arms one single-shot timer from
-// the engine's deadline after every engine call. Nothing blocks and nothing polls: runTransfer
-// runs a local event loop until the engine is finished, as a modal dialog does.
+// the engine's deadline after every engine call. Nothing blocks and nothing polls: startTransfer
+// returns at once, and the outcome goes to its caller from the event loop once the engine has
+// finished and the last bytes have left.
 
 #include <QObject>
 #include <QSerialPort>
@@ -10,19 +11,20 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "link/engine_events.h"
 #include "link/qt/port_names.h"
 #include "link/qt/port_settings.h"
 #include "link/sign_in.h"
 #include "link/transfer.h"
-
-class QEventLoop;
 
 namespace quillon {
 
 class TrafficLog;
 class TransferEngine;
 class TransferObserver;
+class TransferPresenter;
 
 class SerialLink : public QObject, public LinkPort {
   Q_OBJECT
@@ -54,7 +56,7 @@ class SerialLink : public QObject, public LinkPort {
   [[nodiscard]] int openLinkPort() override;
   void closeLinkPort() override;
   void clearPortBuffers();
-  [[nodiscard]] TransferOutcome runTransfer(const TransferJob& job) override;
+  void startTransfer(const TransferJob& job, std::function<void(TransferOutcome)> done) override;
   [[nodiscard]] std::string portStatusText() const override;
   [[nodiscard]] bool isOpen() const { return m_port.isOpen(); }
   [[nodiscard]] bool transferRunning() const { return m_engine != nullptr; }
@@ -69,7 +71,7 @@ class SerialLink : public QObject, public LinkPort {
   enum class Phase { Idle, Running, Draining };
 
   void pump();
-  void dispatch(std::vector<TransferEvent> events);
+  void dispatch(const std::vector<EngineEvent>& events);
   void rearm();
   void finishTransfer();
   void endTransfer();
@@ -92,7 +94,8 @@ class SerialLink : public QObject, public LinkPort {
   std::string m_portError;
 
   std::unique_ptr<TransferEngine> m_engine;
-  QEventLoop* m_loop = nullptr;
+  std::unique_ptr<TransferPresenter> m_presenter;
+  std::function<void(TransferOutcome)> m_done;
   Phase m_phase = Phase::Idle;
   TimeOfDay m_lastNow = 0;  // the `now` of the last engine call: its deadlines are on that axis
   bool m_pumping = false;
