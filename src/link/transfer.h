@@ -1,7 +1,8 @@
 #pragma once
 // The block transfer with the module as a state machine without I/O and without a clock: the
-// driver feeds it received bytes and the time of day, writes what it asks to write, re-arms one
-// timer from deadline(), and shows the events. The engine never waits for anything itself.
+// driver feeds it received bytes and the time of a steady clock, writes what it asks to write,
+// re-arms one timer from deadline(), and shows the events. The engine never waits for anything
+// itself.
 
 #include <array>
 #include <cstdint>
@@ -14,8 +15,11 @@
 
 namespace quillon {
 
-// Time of day in milliseconds since midnight (0 .. 86'399'999), as the driver reads it.
+// Time of day in milliseconds since midnight (0 .. 86'399'999), as the driver reads it; also used
+// for lengths of time.
 using TimeOfDay = std::int64_t;
+// Milliseconds on a clock that never jumps (the driver's steady clock): the engine's `now`.
+using SteadyTime = std::int64_t;
 
 inline constexpr char kAck = '\x06';
 inline constexpr char kNak = '\x15';

@@ -12,7 +12,7 @@ namespace quillon {
 namespace {
 
 constexpr const char* kProbe = "??";
-constexpr TimeOfDay kSignInPause = 1000;
+constexpr SteadyTime kSignInPause = 1000;
 constexpr int kMaxFailures = 5;
 // The final confirmation belongs to the module's 64-character block mode only.
 constexpr int kConfirmedBlockLength = 64;
@@ -31,15 +31,16 @@ TransferEngine::TransferEngine(TransferJob job, EngineSettings settings)
 
 // ---- Entry points ------------------------------------------------------------------------------
 
-void TransferEngine::start(TimeOfDay now) {
+void TransferEngine::start(SteadyTime now, TimeOfDay timeOfDay) {
   if (m_stage != Stage::Idle) return;
+  m_dayOffset = ((timeOfDay % kDayLength + kDayLength) % kDayLength) - now;
   setState(WindowState::SigningIn);
   setProgress(0);
   writeProbe(now);
   pump(now);
 }
 
-void TransferEngine::onBytes(std::string_view bytes, TimeOfDay now) {
+void TransferEngine::onBytes(std::string_view bytes, SteadyTime now) {
   if (finished()) return;
   // A wait whose time has run out ends before anything that arrives at the same moment.
   advanceTime(now);
@@ -51,13 +52,13 @@ void TransferEngine::onBytes(std::string_view bytes, TimeOfDay now) {
   pump(now);
 }
 
-void TransferEngine::onDeadline(TimeOfDay now) {
+void TransferEngine::onDeadline(SteadyTime now) {
   if (finished()) return;
   advanceTime(now);
   pump(now);
 }
 
-void TransferEngine::cancel(TimeOfDay /*now*/) {
+void TransferEngine::cancel(SteadyTime /*now*/) {
   if (finished()) return;
   m_cancelled = true;
   m_outgoing.clear();
@@ -81,7 +82,7 @@ void TransferEngine::cancel(TimeOfDay /*now*/) {
   finish();
 }
 
-void TransferEngine::onLinkLost(TimeOfDay now) {
+void TransferEngine::onLinkLost(SteadyTime now) {
   if (finished()) return;
   switch (m_stage) {
     case Stage::Idle:
@@ -111,9 +112,9 @@ bool TransferEngine::waitsForReply() const {
   }
 }
 
-std::optional<TimeOfDay> TransferEngine::deadline() const {
+std::optional<SteadyTime> TransferEngine::deadline() const {
   if (m_stage == Stage::SignInPause) return *m_pauseStart + kSignInPause;
-  if (waitsForReply()) return m_replyTimer.deadline();
+  if (waitsForReply()) return m_replyTimer.deadline() - m_dayOffset;
   return std::nullopt;
 }
 
@@ -131,17 +132,15 @@ std::vector<EngineEvent> TransferEngine::takeEvents() {
 
 // ---- Waiting -----------------------------------------------------------------------------------
 
-void TransferEngine::expect(Stage stage, TimeOfDay now) {
+void TransferEngine::expect(Stage stage, SteadyTime now) {
   m_stage = stage;
-  m_replyTimer.start(now, m_settings.replyTimeout);
+  m_replyTimer.start(onDayAxis(now), m_settings.replyTimeout);
 }
 
-void TransferEngine::advanceTime(TimeOfDay now) {
+void TransferEngine::advanceTime(SteadyTime now) {
   if (m_stage == Stage::SignInPause) {
-    TimeOfDay elapsed = now - *m_pauseStart;
-    if (elapsed < 0) elapsed += kDayLength;
-    if (elapsed >= kSignInPause) judgeSignIn(now);
-  } else if (waitsForReply() && m_replyTimer.expired(now)) {
+    if (now - *m_pauseStart >= kSignInPause) judgeSignIn(now);
+  } else if (waitsForReply() && m_replyTimer.expired(onDayAxis(now))) {
     timeOut(now);
   }
 }
@@ -149,7 +148,7 @@ void TransferEngine::advanceTime(TimeOfDay now) {
 // Takes from the input whatever the current stage can use. A wait for an acknowledgement or a
 // count takes everything that has arrived, as one read of the port does; the block reader takes
 // one byte at a time, so a block gives the same result however the port cuts it into pieces.
-void TransferEngine::pump(TimeOfDay now) {
+void TransferEngine::pump(SteadyTime now) {
   while (!m_input.empty()) {
     switch (m_stage) {
       case Stage::SignInReply:
@@ -173,7 +172,7 @@ void TransferEngine::pump(TimeOfDay now) {
       case Stage::BlockHead: {
         const char byte = takeByte();
         m_collected += byte;
-        m_replyTimer.start(now, m_settings.replyTimeout);
+        m_replyTimer.start(onDayAxis(now), m_settings.replyTimeout);
         if (byte == kEndOfBlock) {
           m_headLength = m_collected.size();
           m_stage = Stage::BlockTail;
@@ -210,7 +209,7 @@ TransferEngine::Acknowledge TransferEngine::takeAcknowledge() {
   return Acknowledge::Other;
 }
 
-void TransferEngine::timeOut(TimeOfDay now) {
+void TransferEngine::timeOut(SteadyTime now) {
   emit(engine_event::Failure{TransferFailure::WaitTimedOut});
   setStatus(TransferStatus::NoResponse);
   switch (m_stage) {
@@ -246,13 +245,13 @@ void TransferEngine::timeOut(TimeOfDay now) {
 
 // ---- Sign-in -----------------------------------------------------------------------------------
 
-void TransferEngine::writeProbe(TimeOfDay now) {
+void TransferEngine::writeProbe(SteadyTime now) {
   ++m_signInRound;
   write(kProbe);
   expect(Stage::SignInReply, now);
 }
 
-void TransferEngine::judgeSignIn(TimeOfDay now) {
+void TransferEngine::judgeSignIn(SteadyTime now) {
   std::string reply;
   reply.swap(m_input);
   m_pauseStart.reset();
@@ -278,7 +277,7 @@ void TransferEngine::signInFailed(TransferFailure failure) {
 
 // ---- Sending -----------------------------------------------------------------------------------
 
-void TransferEngine::beginSending(TimeOfDay now) {
+void TransferEngine::beginSending(SteadyTime now) {
   setState(WindowState::PortOpen);
   setBusy(true);
   m_input.clear();
@@ -287,7 +286,7 @@ void TransferEngine::beginSending(TimeOfDay now) {
   expect(Stage::StartReply, now);
 }
 
-void TransferEngine::onStartReply(Acknowledge reply, TimeOfDay now) {
+void TransferEngine::onStartReply(Acknowledge reply, SteadyTime now) {
   if (m_stage == Stage::StartRepeatReply || reply == Acknowledge::Ack) {
     // After the one repeat the blocks follow whatever the module answered.
     beginDataString(1, now);
@@ -303,7 +302,7 @@ void TransferEngine::onStartReply(Acknowledge reply, TimeOfDay now) {
   }
 }
 
-void TransferEngine::beginDataString(int which, TimeOfDay now) {
+void TransferEngine::beginDataString(int which, SteadyTime now) {
   const std::string& text = which == 1 ? m_job.sendText : m_job.sendText2;
   if (which == 1 && text.empty()) {
     emit(engine_event::Failure{TransferFailure::NoData});
@@ -324,7 +323,7 @@ void TransferEngine::beginDataString(int which, TimeOfDay now) {
   sendNextBlock(now);
 }
 
-void TransferEngine::sendNextBlock(TimeOfDay now) {
+void TransferEngine::sendNextBlock(SteadyTime now) {
   if (m_rest.empty()) {
     if (m_dataString == 1) {
       beginDataString(2, now);
@@ -344,7 +343,7 @@ void TransferEngine::sendNextBlock(TimeOfDay now) {
   expect(Stage::BlockReply, now);
 }
 
-void TransferEngine::onBlockReply(Acknowledge reply, TimeOfDay now) {
+void TransferEngine::onBlockReply(Acknowledge reply, SteadyTime now) {
   if (reply == Acknowledge::Ack) {
     sendNextBlock(now);
     return;
@@ -359,7 +358,7 @@ void TransferEngine::onBlockReply(Acknowledge reply, TimeOfDay now) {
   expect(Stage::BlockReply, now);
 }
 
-void TransferEngine::afterDataStrings(TimeOfDay now) {
+void TransferEngine::afterDataStrings(SteadyTime now) {
   if (m_settings.blockLength == kConfirmedBlockLength) {
     expect(Stage::FinalReply, now);
   } else {
@@ -398,7 +397,7 @@ void TransferEngine::stopSending() {
 
 // ---- Reading -----------------------------------------------------------------------------------
 
-void TransferEngine::beginReading(TimeOfDay now) {
+void TransferEngine::beginReading(SteadyTime now) {
   setState(WindowState::ReadingData);
   setBusy(true);
   write(std::string(1, upperLetter(m_job.requestLetter)));
@@ -406,7 +405,7 @@ void TransferEngine::beginReading(TimeOfDay now) {
   expect(Stage::CountReply, now);
 }
 
-void TransferEngine::onCountReply(const std::string& piece, TimeOfDay now) {
+void TransferEngine::onCountReply(const std::string& piece, SteadyTime now) {
   m_collected += piece;
   if (m_collected.find(kNak) != std::string::npos) {
     countDone(0, now);
@@ -418,10 +417,10 @@ void TransferEngine::onCountReply(const std::string& piece, TimeOfDay now) {
     return;
   }
   // Each piece ends one wait; the next wait for the rest starts now.
-  m_replyTimer.start(now, m_settings.replyTimeout);
+  m_replyTimer.start(onDayAxis(now), m_settings.replyTimeout);
 }
 
-void TransferEngine::countDone(unsigned count, TimeOfDay now) {
+void TransferEngine::countDone(unsigned count, SteadyTime now) {
   write(std::string(1, kAck));
   if (count == 0) {
     setState(WindowState::Denied);
@@ -436,14 +435,14 @@ void TransferEngine::countDone(unsigned count, TimeOfDay now) {
   beginBlock(now);
 }
 
-void TransferEngine::beginBlock(TimeOfDay now) {
+void TransferEngine::beginBlock(SteadyTime now) {
   setState(WindowState::ReadingBlocks);
   m_collected.clear();
   m_headLength = 0;
   expect(Stage::BlockHead, now);
 }
 
-void TransferEngine::finishBlock(TimeOfDay now) {
+void TransferEngine::finishBlock(SteadyTime now) {
   emit(engine_event::Traffic{TrafficKind::Block, m_collected});
   const std::string data = m_collected.substr(0, m_collected.size() - 2);
   const std::string sum = m_collected.substr(m_collected.size() - 2);
@@ -458,7 +457,7 @@ void TransferEngine::finishBlock(TimeOfDay now) {
   }
 }
 
-void TransferEngine::deliverBlock(const std::string& data, TimeOfDay now) {
+void TransferEngine::deliverBlock(const std::string& data, SteadyTime now) {
   auto& boxes = m_outcome.received;
   if (boxes[static_cast<std::size_t>(m_box)].size() >= kReceiveBoxCapacity &&
       m_box + 1 < kReceiveBoxes) {

@@ -52,11 +52,13 @@ inline std::string describe(const TransferEvent& e) {
 // One scripted moment: bytes arriving, or the start, the timer, Cancel or a lost link.
 struct Step {
   enum Kind { Start, Bytes, Deadline, Cancel, LinkLost } kind;
-  TimeOfDay at;
+  SteadyTime at;
   std::string bytes;
+  std::optional<TimeOfDay> timeOfDay = {};  // Start: the time of day then, if not `at`
 };
 using Steps = std::vector<Step>;
-inline Step startAt(TimeOfDay at) { return {Step::Start, at, {}}; }
+inline Step startAt(SteadyTime at) { return {Step::Start, at, {}}; }
+inline Step startAt(SteadyTime at, TimeOfDay timeOfDay) { return {Step::Start, at, {}, timeOfDay}; }
 inline Step bytesAt(TimeOfDay at, std::string b) { return {Step::Bytes, at, std::move(b)}; }
 inline Step deadlineAt(TimeOfDay at) { return {Step::Deadline, at, {}}; }
 inline Step cancelAt(TimeOfDay at) { return {Step::Cancel, at, {}}; }
@@ -72,7 +74,7 @@ class Harness {
   // Every Bytes step is handed over in pieces of `piece` bytes (0: whole).
   void run(const Steps& steps, std::size_t piece = 0) {
     for (const Step& s : steps) {
-      if (s.kind == Step::Start) m_engine.start(s.at);
+      if (s.kind == Step::Start) m_engine.start(s.at, s.timeOfDay.value_or(s.at));
       if (s.kind == Step::Deadline) m_engine.onDeadline(s.at);
       if (s.kind == Step::Cancel) m_engine.cancel(s.at);
       if (s.kind == Step::LinkLost) m_engine.onLinkLost(s.at);

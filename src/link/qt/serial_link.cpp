@@ -7,7 +7,6 @@
 
 #include "link/qt/serial_port_setup.h"
 #include "link/qt/transfer_observer.h"
-#include "link/reply_timer.h"
 #include "link/traffic_log.h"
 #include "link/transfer_engine.h"
 #include "link/transfer_presenter.h"
@@ -28,6 +27,7 @@ bool hardwareHandshake(int mode) {
 }  // namespace
 
 SerialLink::SerialLink(UserDialog& dialog, QObject* parent) : QObject(parent), m_dialog(dialog) {
+  m_steady.start();
   m_timer.setSingleShot(true);
   m_timer.setTimerType(Qt::PreciseTimer);
   connect(&m_timer, &QTimer::timeout, this, &SerialLink::onTimer);
@@ -49,9 +49,7 @@ void SerialLink::setPort(PortId port) {
   m_portId = std::move(port);
 }
 
-TimeOfDay SerialLink::now() const {
-  return m_clock ? m_clock() : QTime::currentTime().msecsSinceStartOfDay();
-}
+SteadyTime SerialLink::now() const { return m_steady.elapsed(); }
 
 int SerialLink::configurePort() {
   m_settings = kDefaultSettingsString;
@@ -129,7 +127,8 @@ void SerialLink::startTransfer(const TransferJob& job, std::function<void(Transf
   const bool opened = openLinkPort() == 0;
   m_presenter->setPortErrorText(m_portError);
   m_lastNow = now();
-  m_engine->start(m_lastNow);
+  m_engine->start(m_lastNow,
+                  m_timeOfDay ? m_timeOfDay() : QTime::currentTime().msecsSinceStartOfDay());
   if (!opened) {
     m_dialog.tell(kTerminalTitle, m_portError, BoxIcon::Exclamation);
     m_engine->onLinkLost(m_lastNow);
@@ -191,8 +190,6 @@ void SerialLink::pump() {
         m_engine->onBytes(
             std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())), m_lastNow);
       }
-      // The timer fires at the deadline, or at midnight when the deadline lies past it; either
-      // way the engine looks at the time itself and moves its start across midnight.
       const auto due = m_engine->deadline();
       if (m_timerFired || (due && *due <= m_lastNow)) {
         m_timerFired = false;
@@ -224,11 +221,7 @@ void SerialLink::rearm() {
     m_timer.stop();
     return;
   }
-  // Never longer than to midnight: the engine's deadlines stop there, but a wrong clock must not
-  // leave a transfer waiting for a day.
-  const TimeOfDay untilMidnight = std::max<TimeOfDay>(kDayLength - m_lastNow, 0);
-  const TimeOfDay wait = std::clamp<TimeOfDay>(*due - m_lastNow, 0, untilMidnight);
-  m_timer.start(static_cast<int>(wait));
+  m_timer.start(static_cast<int>(std::max<SteadyTime>(*due - m_lastNow, 0)));
 }
 
 void SerialLink::finishTransfer() {

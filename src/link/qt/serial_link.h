@@ -5,6 +5,7 @@
 // returns at once, and the outcome goes to its caller from the event loop once the engine has
 // finished and the last bytes have left.
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QSerialPort>
 #include <QTimer>
@@ -48,8 +49,10 @@ class SerialLink : public QObject, public LinkPort {
   void setTrafficLog(TrafficLog* log) { m_log = log; }
   // ConfigurePort writes the port status text into panel 1.
   void setStatusDisplay(StatusDisplay* status) { m_status = status; }
-  // The time of day in ms since midnight; QTime::currentTime() unless a test sets another.
-  void setClock(std::function<TimeOfDay()> clock) { m_clock = std::move(clock); }
+  // The time of day in ms since midnight, read once as a transfer starts to place the reply
+  // time-out's whole seconds and midnights; QTime::currentTime() unless a test sets another.
+  // Everything else is timed on a steady clock, which setting the wall clock does not move.
+  void setTimeOfDay(std::function<TimeOfDay()> timeOfDay) { m_timeOfDay = std::move(timeOfDay); }
 
   // ConfigurePort: the literal settings, the status text, open and close again. 0 ok, 1 failure.
   [[nodiscard]] int configurePort();
@@ -78,7 +81,7 @@ class SerialLink : public QObject, public LinkPort {
   void onTimer();
   void onError(QSerialPort::SerialPortError error);
   void raiseModemLines();
-  [[nodiscard]] TimeOfDay now() const;
+  [[nodiscard]] SteadyTime now() const;
 
   UserDialog& m_dialog;
   QSerialPort m_port;
@@ -90,14 +93,15 @@ class SerialLink : public QObject, public LinkPort {
   TransferObserver* m_observer = nullptr;
   TrafficLog* m_log = nullptr;
   StatusDisplay* m_status = nullptr;
-  std::function<TimeOfDay()> m_clock;
+  std::function<TimeOfDay()> m_timeOfDay;
+  QElapsedTimer m_steady;
   std::string m_portError;
 
   std::unique_ptr<TransferEngine> m_engine;
   std::unique_ptr<TransferPresenter> m_presenter;
   std::function<void(TransferOutcome)> m_done;
   Phase m_phase = Phase::Idle;
-  TimeOfDay m_lastNow = 0;  // the `now` of the last engine call: its deadlines are on that axis
+  SteadyTime m_lastNow = 0;  // the `now` of the last engine call
   bool m_pumping = false;
   bool m_pumpAgain = false;
   bool m_linkLost = false;  // the engine has yet to hear that the link is gone
