@@ -81,8 +81,9 @@ TEST(ProjectFileSaveTest, EveryRecordKindByteExact) {
 TEST(PinTest, FourHexDigitsInFile) {
   // The PIN as typed, its field in the file, and what the PIN box shows after reading it back.
   const std::array<std::string, 3> cases[] = {
-      {"1234", "04D2", "1234"}, {"0255", "00FF", "0255"},   {"____", "0000", "0000"},
-      {"12__", "0000", "0000"}, {"99999", "869F", "34463"}, {"65535", "FFFF", "65535"},
+      {"1234", "04D2", "1234"},   {"0255", "00FF", "0255"},   {"____", "0000", "0000"},
+      {"12__", "0000", "0000"},   {"99999", "869F", "34463"}, {"65535", "FFFF", "65535"},
+      {"-1234", "FB2E", "64302"},  // two's complement: 0x10000 - 1234
   };
   for (const auto& [pin, file, loaded] : cases) {
     EXPECT_EQ(PinToFile(pin), file) << pin;
@@ -170,6 +171,15 @@ INSTANTIATE_TEST_SUITE_P(
                  repeatLines(12, "F00Filter ") + repeatLines(63, "T0171"),
                  {"F10.1=Filter 9", "smsc=01710", "T1.1=01711", "T60.1=017160"},
                  {"Max.  10Filter texts", "Too many phone numbers"}},
+        LoadCase{"elevenFiltersWarnAtTheEleventh",
+                 repeatLines(11, "F00Filter "),
+                 {"F10.1=Filter 9"},
+                 {"Max.  10Filter texts"}},
+        // A body of one character has neither text nor comment; of two, the second is the comment.
+        LoadCase{"oneCharacterBodyIsLost",
+                 "M@x\r\nM@;x\r\nF01y\r\n",
+                 {"M1.4=", "M1.5=", "M2.4=", "M2.5=x", "F1.1=", "F1.2="},
+                 {}},
         LoadCase{
             "warningsInGerman",
             "M@aa;\r\nM@b;\r\n" + repeatLines(99, "M@Text ") + repeatLines(62, "T0171"),
