@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "file_bytes.h"
 #include "project/validation.h"
 #include "row_name.h"
 #include "scripted_dialog.h"
@@ -47,27 +48,9 @@ TEST(ProjectFileSaveTest, EveryRecordKindByteExact) {
   project.flags.entries[32] = "12;60";
 
   ScriptedDialog dialog;
+  // The file as it must be, written by hand: data/every_record_saved.EAY.
   EXPECT_EQ(ProjectFileBytes(project, dialog, {3, 6, 7}),
-            "MAPumpe 1 St\xF6rung;Keller\r\n"
-            "M@;\r\n"
-            "MFNiveau; zu hoch;\r\n"
-            "MQ*T#;Vielen Dank ??? xxx angekommen\r\n"
-            "F01Reset;Fernquittung\r\n"
-            "F02;\r\nF03;\r\nF04;\r\nF05;\r\nF06;\r\nF07;\r\nF08;\r\nF09;\r\n"
-            "F10Ende;\r\n"
-            "T+491710760000\xB6\xB6\xB6\xB6\xB6\xB6\xB6;SMSC\r\n"
-            "T+4901715551234\xB6\xB6\xB6\xB6\xB6\xB6;Meier\r\n"
-            "T\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6;zu "
-            "kurz\r\n"
-            "T00491715551234567890;\r\n"
-            "P\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\r\n"
-            "L1;;04D2;Pumpwerk M\xFChle\r\n"
-            "E 1;07;3\r\n"
-            "E 5;-2;-1\r\n"
-            "E 6;-25;1\r\n"
-            "E 7; 3;4\r\n"
-            "E 32;12;60\r\n"
-            "V3.6.7\r\n");
+            testing::readBytes(QUILLON_TEST_DATA_DIR "/every_record_saved.EAY"));
 
   // Saving cleans the table too; the cut to 20 characters is the file's alone.
   EXPECT_EQ(project.phones.cell(1, 1), "+4901715551234");
