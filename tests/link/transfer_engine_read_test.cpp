@@ -254,5 +254,18 @@ TEST(TransferEngineRead, AFullReceiveBoxPassesOnToTheNext) {
   EXPECT_EQ(h.comment(), "done");
 }
 
+// A block cut off by the time-out is logged as each piece came, and never as a block; a piece
+// that arrives as the wait runs out comes too late to be read or logged.
+TEST(TransferEngineRead, PartialBlockAtTheTimeOutIsLoggedAsItCame) {
+  Harness h(readJob('v', "Version"));
+  h.signIn();
+  h.run({bytesAt(1200, "V000F"), bytesAt(1300, "007B"), bytesAt(1400, "09"), bytesAt(22000, "03")});
+  EXPECT_EQ(h.only("log"),
+            (Lines{"log READ: V000F", "log WRITE: <6>", "log READ: 007B", "log READ: 09"}));
+  EXPECT_EQ(h.only("box", "title"), (Lines{"box : Timeout", "title No response", "title Timeout"}));
+  EXPECT_EQ(h.engine().outcome().receivedText(), "");
+  EXPECT_EQ(h.result(), 4);
+}
+
 }  // namespace
 }  // namespace quillon::testing

@@ -150,19 +150,24 @@ TEST(PhoneImage, WarningsNeverStopTheBuild) {
     const char* name;
     int reported;  // 0: the module did not say
     const char* centre;
+    const char* sent;  // the centre's field up to its pads
     bool wrongCountShown;
     bool checkCentreShown;
   };
   const Row rows[] = {
-      {"tooManyReported", 62, "+49171", true, false},
-      {"emptyCentre", 0, "", false, true},
-      {"both", 61, "12", true, true},
+      {"tooManyReported", 62, "+49171", "+49171", true, false},
+      {"emptyCentre", 0, "", "", false, true},
+      {"twoCharactersAreDropped", 61, "12", "", true, true},
+      {"threeCharactersAreSentButChecked", 0, "123", "123", false, true},
+      {"fourCharactersPass", 0, "1234", "1234", false, false},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     Bench bench;
     bench.project.smsCentre = row.centre;
-    EXPECT_EQ(DoTelSend(bench.project, bench.env, row.reported).size(), 1302U);
+    const std::string image = DoTelSend(bench.project, bench.env, row.reported);
+    EXPECT_EQ(image.size(), 1302U);
+    EXPECT_EQ(image.substr(0, image.find(kP)), row.sent);
     std::vector<Box> expected = onlyIf(row.wrongCountShown, wrongCount);
     if (row.checkCentreShown) expected.push_back(checkCentre);
     EXPECT_EQ(bench.dialog.boxes, expected);

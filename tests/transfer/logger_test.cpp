@@ -70,6 +70,7 @@ TEST(SaveLoggerText, OverwriteQuestionAndFailures) {
       {"newFile", nullptr, BoxAnswer::No, LoggerSave::Saved, "neu\r\nB\r\n"},
       {"yesReplaces", "alt", BoxAnswer::Yes, LoggerSave::Saved, "neu\r\nB\r\n"},
       {"noKeepsTheFile", "alt", BoxAnswer::No, LoggerSave::Declined, "alt"},
+      {"cancelKeepsTheFile", "alt", BoxAnswer::Cancel, LoggerSave::Declined, "alt"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);

@@ -162,5 +162,22 @@ TEST(UploadMessages, StatusTellsHowTheDataCameIn) {
   }
 }
 
+// Declining the ready question is told as no connection, and nothing is read or changed.
+TEST(Uploads, DeclinedReadyQuestionTellsNoConnection) {
+  const Box ready{"Kestrix", "Telvane ready ?", BoxIcon::Question, BoxButtons::OkCancel,
+                  BoxAnswer::Ok};
+  for (const auto procedure : {UploadMessages, UploadPhoneNumbers, ReadP, ReadEasy800}) {
+    Bench bench;
+    fillRichProject(bench.project);
+    const Project before = bench.project;
+    bench.session.readyConfirmed = false;
+    bench.dialog.answer(BoxAnswer::Cancel);
+    EXPECT_EQ(bench.run(procedure), 2);
+    EXPECT_EQ(bench.dialog.boxes, (std::vector<Box>{ready, kNoConnection}));
+    EXPECT_TRUE(bench.port.jobs.empty());
+    EXPECT_TRUE(bench.project == before);
+  }
+}
+
 }  // namespace
 }  // namespace quillon::testing
