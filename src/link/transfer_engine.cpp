@@ -174,9 +174,10 @@ void TransferEngine::expect(Stage stage, TimeOfDay now) {
 
 void TransferEngine::advanceTime(TimeOfDay now) {
   if (m_stage == Stage::SignInPause) {
-    TimeOfDay elapsed = now - *m_pauseStart;
-    if (elapsed < 0) elapsed += kDayLength;
-    if (elapsed >= kSignInPause) judgeSignIn(now);
+    // Past midnight the start moves onto the new day's axis, where deadline() is read: left
+    // on the old one, the pause's deadline would lie a day ahead.
+    if (now < *m_pauseStart) *m_pauseStart -= kDayLength;
+    if (now - *m_pauseStart >= kSignInPause) judgeSignIn(now);
   } else if (waitsForReply() && m_replyTimer.expired(now)) {
     timeOut(now);
   }

@@ -99,6 +99,21 @@ TEST(TransferEngineSend, OneReadIsOneReplyJudgedByItsLastCharacter) {
   }
 }
 
+// The driver's timer wakes at midnight at the latest and asks for the next deadline on the new
+// day's axis: the pause begun at 23:59:59.500 ends at 00:00:00.500, not a day later.
+TEST(TransferEngineSignIn, PauseDeadlineMovesToTheNewDay) {
+  Harness h(sendJob("AB", "M0002"));
+  h.run({startAt(86399000), bytesAt(86399500, ACK)});
+  EXPECT_EQ(h.due(), 86400500);
+  h.run({deadlineAt(0)});
+  EXPECT_EQ(h.due(), 500);
+  h.run({bytesAt(200, "x")});
+  EXPECT_EQ(h.due(), 500);
+  h.forget();
+  h.run({deadlineAt(500)});
+  EXPECT_EQ(h.wire, "M0002");
+}
+
 TEST(TransferEngineSignIn, EndingsAndTheirBoxes) {
   struct Row {
     const char* name;
