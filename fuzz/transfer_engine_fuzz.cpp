@@ -129,7 +129,8 @@ class Run {
     for (std::size_t box = 0; box < outcome.received.size(); ++box)
       require(outcome.received[box] == m_received[box]);
     // A box is filled until it reaches its capacity; the block that crosses it is kept whole.
-    const auto longestBlock = static_cast<std::size_t>(m_settings.blockLength) + 2;
+    const int blockLength = m_settings.blockLength < 1 ? 64 : m_settings.blockLength;
+    const auto longestBlock = static_cast<std::size_t>(blockLength) + 2;
     for (std::size_t box = 0; box < outcome.received.size(); ++box) {
       require(outcome.received[box].size() < quillon::kReceiveBoxCapacity + longestBlock);
       if (box > 0 && !outcome.received[box].empty())
@@ -207,6 +208,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     job.contentLabel = "Messages";
     job.requestLetter = static_cast<char>(input.byte());
   }
+  // The module answers a request with the letter in upper case.
+  const char answerLetter = job.requestLetter >= 'a' && job.requestLetter <= 'z'
+                                ? static_cast<char>(job.requestLetter - 'a' + 'A')
+                                : job.requestLetter;
 
   Run run(job, settings, start);
   run.start();
@@ -229,7 +234,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       case 11:
         // The count reply of a read: the request letter and four hexadecimal digits.
         run.pass(input.byte());
-        run.bytes(std::string(1, job.requestLetter) + hex4(input.word()));
+        run.bytes(std::string(1, answerLetter) + hex4(input.word()));
         break;
       case 10: {
         // Framed blocks of the pattern, many at once, as a long read sends them.
