@@ -99,6 +99,21 @@ TEST(TransferEngineSend, OneReadIsOneReplyJudgedByItsLastCharacter) {
   }
 }
 
+// The driver's timer wakes at midnight at the latest and asks for the next deadline on the new
+// day's axis: the pause begun at 23:59:59.500 ends at 00:00:00.500, not a day later.
+// An answer in the last second before midnight: the pause ends a second later on the steady
+// clock, however the time of day wraps.
+TEST(TransferEngineSignIn, PauseAcrossMidnightEndsASecondLater) {
+  Harness h(sendJob("AB", "M0002"));
+  h.run({startAt(1000, 86399000), bytesAt(1500, ACK)});
+  EXPECT_EQ(h.due(), 2500);
+  h.run({bytesAt(2000, "x")});
+  EXPECT_EQ(h.due(), 2500);
+  h.forget();
+  h.run({deadlineAt(2500)});
+  EXPECT_EQ(h.wire, "M0002");
+}
+
 TEST(TransferEngineSignIn, EndingsAndTheirBoxes) {
   struct Row {
     const char* name;
