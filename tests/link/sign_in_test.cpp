@@ -135,9 +135,6 @@ TEST(DecodeIdentity, FillsTheLabelsAndRaisesConflicts) {
   const std::vector<Row> rows = {
       {"telvaneWith100MessagesAnd60Phones", "007B090300003E\xFD",
        "1.23| Millenium M3| Telvane| Alarmieren| 100|60", 0, Boxes{}},
-      {"busFourIsEasy400", "0064040300003E", "1| EASY400| Telvane| Alarmieren| 100|60", 0, Boxes{}},
-      {"busFiveIsEasy400Too", "0096050300003E", "1.5| EASY400| Telvane| Alarmieren| 100|60", 0,
-       Boxes{}},
       {"busTenIsUnknown", "00960A0300003E", "1.5| unbekannt| Telvane| Alarmieren| 100|60", 0,
        Boxes{}},
       {"sizeOneIs400Messages", "007B090301013E", "1.23| Millenium M3| Telvane| Fernwirken| 400|60",
