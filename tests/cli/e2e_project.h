@@ -12,6 +12,7 @@
 #include "file_bytes.h"
 #include "project/project_file.h"
 #include "scripted_dialog.h"
+#include "sim_module.h"
 
 namespace quillon::testing {
 
@@ -91,6 +92,13 @@ inline Project loadProject(const QString& path) {
 
 inline void writeFile(const QString& path, const std::string& bytes) {
   writeBytes(path.toStdString(), bytes);
+}
+
+// richProject() written into the simulator's folder; returns its path.
+inline QString richFile(const SimModule& sim) {
+  const QString path = sim.file("rich.EAY");
+  writeFile(path, richProject());
+  return path;
 }
 
 struct CliRun {

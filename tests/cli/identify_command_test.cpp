@@ -12,11 +12,11 @@
 
 #include "cli/cli.h"
 #include "link/qt/port_names.h"
-#include "sim_process.h"
+#include "sim_module.h"
 
 namespace quillon {
 
-using testing::SimProcess;
+using testing::SimModule;
 
 class IdentifyCommandTest : public QObject {
   Q_OBJECT
@@ -98,7 +98,7 @@ void IdentifyCommandTest::runs() {
   QFETCH(QString, out);
   QFETCH(QString, err);
 
-  SimProcess sim(QStringLiteral("ttySIM-cli-") + QTest::currentDataTag(), simOptions);
+  SimModule sim(QStringLiteral("ttySIM-cli-") + QTest::currentDataTag(), simOptions);
   const Ran ran =
       runIdentify(arguments.replaceInStrings("LINK", sim.link()), !input.isEmpty(), input);
   QCOMPARE(ran.exitCode, exitCode);
@@ -139,7 +139,7 @@ void IdentifyCommandTest::wrongCommandLines() {
 }
 
 void IdentifyCommandTest::logsTheTrafficInTheCurrentDirectoryByteForByte() {
-  SimProcess sim(QStringLiteral("ttySIM-cli-log"), {});
+  SimModule sim(QStringLiteral("ttySIM-cli-log"), {});
   QTemporaryDir dir;
   const QString before = QDir::currentPath();
   QDir::setCurrent(dir.path());

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "e2e_project.h"
-#include "sim_process.h"
+#include "sim_module.h"
 
 namespace quillon {
 namespace {
@@ -20,7 +20,7 @@ using namespace testing;
 const QByteArray kFinalMissing = "Timeout\nTransfer ok, but no final confirmation \n";
 const QByteArray kVersionUnanswered = "Timeout\nOption <Version> ist nicht implementiert\n";
 
-QStringList linkTo(const SimProcess& sim) {
+QStringList linkTo(const SimModule& sim) {
   return {"--port", sim.link(), "--yes", "--reply-timeout", "1"};
 }
 
@@ -60,9 +60,8 @@ void RealLineE2eTest::roundTrip_data() {
 void RealLineE2eTest::roundTrip() {
   QFETCH(QStringList, simOptions);
   QFETCH(QByteArray, downloadErrors);
-  SimProcess sim(QStringLiteral("ttySIM-line-") + QTest::currentDataTag(), simOptions);
-  const QString rich = sim.file("rich.EAY"), read = sim.file("read.EAY");
-  writeFile(rich, richProject());
+  SimModule sim(QStringLiteral("ttySIM-line-") + QTest::currentDataTag(), simOptions);
+  const QString rich = richFile(sim), read = sim.file("read.EAY");
 
   const CliRun down = runCli(QStringList{"download"} + linkTo(sim) + QStringList{rich});
   QCOMPARE(down.exitCode, 0);
@@ -81,8 +80,8 @@ void RealLineE2eTest::endMarkInEveryBlockKeepsLoggerAndIdentity() {
   QTemporaryDir dir;
   const QString loggerFile = dir.path() + "/logger.txt";
   writeFile(loggerFile, logger);
-  SimProcess sim(QStringLiteral("ttySIM-line-endmarks"),
-                 {"--end-every-block", "--logger", loggerFile});
+  SimModule sim(QStringLiteral("ttySIM-line-endmarks"),
+                {"--end-every-block", "--logger", loggerFile});
 
   const CliRun read = runCli(QStringList{"logger"} + linkTo(sim));
   QCOMPARE(read.exitCode, 0);
@@ -100,10 +99,9 @@ void RealLineE2eTest::unansweredRepeatOfTheStartIdentifier() {
   // kept is reported as "No response".
   QTemporaryDir dir;
   const QString state = dir.path() + "/module.state";
-  SimProcess sim(QStringLiteral("ttySIM-line-mute"),
-                 {"--odd-start-reply", "--mute-start-repeat", "--state", state});
-  const QString rich = sim.file("rich.EAY");
-  writeFile(rich, richProject());
+  SimModule sim(QStringLiteral("ttySIM-line-mute"),
+                {"--odd-start-reply", "--mute-start-repeat", "--state", state});
+  const QString rich = richFile(sim);
   const CliRun down =
       runCli(QStringList{"download", "--kind", "P"} + linkTo(sim) + QStringList{rich});
   QCOMPARE(down.exitCode, 6);
@@ -116,9 +114,8 @@ void RealLineE2eTest::unansweredRepeatOfTheStartIdentifier() {
 void RealLineE2eTest::unansweredVersionRequest() {
   // The identity read gives "No response", which does not stop a transfer: each one asks
   // again (the command once more in front of them) and then goes on.
-  SimProcess sim(QStringLiteral("ttySIM-line-noversion"), {"--ignore-version"});
-  const QString rich = sim.file("rich.EAY"), read = sim.file("read.EAY");
-  writeFile(rich, richProject());
+  SimModule sim(QStringLiteral("ttySIM-line-noversion"), {"--ignore-version"});
+  const QString rich = richFile(sim), read = sim.file("read.EAY");
   const CliRun down =
       runCli(QStringList{"download", "--kind", "P"} + linkTo(sim) + QStringList{rich});
   QCOMPARE(down.exitCode, 0);
@@ -132,9 +129,8 @@ void RealLineE2eTest::unansweredVersionRequest() {
 void RealLineE2eTest::refusalsExitWithTheirOwnStatus() {
   QTemporaryDir dir;
   const QString state = dir.path() + "/module.state";
-  SimProcess sim(QStringLiteral("ttySIM-line-refuse"), {"--refuse", "TPL", "--state", state});
-  const QString rich = sim.file("rich.EAY"), kept = sim.file("kept.EAY");
-  writeFile(rich, richProject());
+  SimModule sim(QStringLiteral("ttySIM-line-refuse"), {"--refuse", "TPL", "--state", state});
+  const QString rich = richFile(sim), kept = sim.file("kept.EAY");
   const std::string before = "M@bleibt;wie es war\r\n";
   writeFile(kept, before);
 
@@ -167,7 +163,7 @@ void RealLineE2eTest::failedReadAllWritesNothing() {
   // then falls silent in the middle of the phone numbers.
   const std::string before = "M@bleibt;wie es war\r\n";
   for (const bool fragments : {false, true}) {
-    SimProcess sim(
+    SimModule sim(
         fragments ? QStringLiteral("ttySIM-line-fragments") : QStringLiteral("ttySIM-line-silent"),
         {"--silent-after", "5"});
     const QString out = sim.file("out.EAY");
@@ -190,7 +186,7 @@ void RealLineE2eTest::failedReadAllWritesNothing() {
 
 void RealLineE2eTest::maxTimeBoundsAnEndlessRead() {
   // Every block arrives with a wrong checksum: reading asks again without end.
-  SimProcess sim(QStringLiteral("ttySIM-line-endless"), {"--corrupt-every", "1"});
+  SimModule sim(QStringLiteral("ttySIM-line-endless"), {"--corrupt-every", "1"});
   const QString out = sim.file("never.EAY");
   QElapsedTimer clock;
   clock.start();

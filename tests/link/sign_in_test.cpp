@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <deque>
 #include <utility>
 
+#include "fake_link_port.h"
 #include "link/identity.h"
 #include "link/sign_in.h"
 #include "run_now.h"
@@ -10,25 +10,6 @@
 
 namespace quillon::testing {
 namespace {
-
-class FakePort : public LinkPort {
- public:
-  int openLinkPort() override { return openResult; }
-  void closeLinkPort() override { ++closes; }
-  void startTransfer(const TransferJob& job, std::function<void(TransferOutcome)> done) override {
-    jobs.push_back(job);
-    if (outcomes.empty()) return done(TransferOutcome{});
-    TransferOutcome next = outcomes.front();
-    outcomes.pop_front();
-    done(next);
-  }
-  std::string portStatusText() const override { return "COM 1,9600, N ,8 ,1 active"; }
-
-  int openResult = 0;
-  int closes = 0;
-  std::deque<TransferOutcome> outcomes;
-  std::vector<TransferJob> jobs;
-};
 
 class RecordingStatus : public StatusDisplay {
  public:
@@ -49,7 +30,7 @@ class SignInTest : public ::testing::Test {
     return RunNow(SignIn(m_context, m_job, outcome));
   }
 
-  FakePort m_port;
+  FakeLinkPort m_port;
   ScriptedDialog m_dialog;
   RecordingStatus m_status;
   ModuleLimits m_limits;
@@ -154,9 +135,6 @@ TEST(DecodeIdentity, FillsTheLabelsAndRaisesConflicts) {
   const std::vector<Row> rows = {
       {"telvaneWith100MessagesAnd60Phones", "007B090300003E\xFD",
        "1.23| Millenium M3| Telvane| Alarmieren| 100|60", 0, Boxes{}},
-      {"busFourIsEasy400", "0064040300003E", "1| EASY400| Telvane| Alarmieren| 100|60", 0, Boxes{}},
-      {"busFiveIsEasy400Too", "0096050300003E", "1.5| EASY400| Telvane| Alarmieren| 100|60", 0,
-       Boxes{}},
       {"busTenIsUnknown", "00960A0300003E", "1.5| unbekannt| Telvane| Alarmieren| 100|60", 0,
        Boxes{}},
       {"sizeOneIs400Messages", "007B090301013E", "1.23| Millenium M3| Telvane| Fernwirken| 400|60",

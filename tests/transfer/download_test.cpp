@@ -41,7 +41,7 @@ TEST(DownloadAll, ContinuesOnlyWhileTheResultIsZero) {
     bench.project.filters.setCell(1, 1, "F");
     bench.session.identity.phoneCount = " 62";
     bench.port.openResult = row.openResult;
-    for (const char* title : row.titles) bench.port.script(title);
+    for (const char* title : row.titles) script(bench.port, title);
     EXPECT_EQ(bench.run(DownloadAll), row.result);
     EXPECT_EQ(bench.jobKinds(), row.kinds);
     // A module reporting more phones than the table holds is warned about once.
@@ -69,15 +69,6 @@ TEST(WriteP, OnlyAValidPinIsSent) {
     EXPECT_EQ(bench.dialog.boxes,
               onlyIf(!refusal.empty(), Box{"Settings", refusal, BoxIcon::Exclamation}));
   }
-  Bench english(kEnglish);
-  english.project.pin = "1_34";
-  english.run(WriteP);
-  EXPECT_EQ(english.dialog.texts(),
-            std::vector<std::string>{"PIN is not valid. Download of the PIN is cancelled"});
-  english.project.pin = "0815";
-  english.run(WriteP);
-  EXPECT_EQ(english.status.transfer.front(), " Download ...");
-  EXPECT_EQ(english.lastStatus(), "Download successful");
 }
 
 TEST(Downloads, VersionConflictShowsTheIdentificationAfterTheStatus) {
@@ -86,7 +77,7 @@ TEST(Downloads, VersionConflictShowsTheIdentificationAfterTheStatus) {
     bench.project.pin = "1234";
     // The identity is read before the first transfer.
     bench.session.identityRead = false;
-    bench.port.script("", kWrongModule);
+    script(bench.port, "", kWrongModule);
     EXPECT_EQ(bench.run(procedure), 7);
     EXPECT_EQ(bench.identificationShown, std::vector<std::string>{"Fehler bei Download!"});
     EXPECT_EQ(bench.jobKinds(), "v");  // only the identity request went out

@@ -40,7 +40,7 @@ TEST(ReadLogger, ResultHandlingIsGermanInEveryLanguage) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     Bench bench(kEnglish);
-    bench.port.script(row.title, "A\rB\r\nC\r\r\xFD");
+    script(bench.port, row.title, "A\rB\r\nC\r\r\xFD");
     bench.dialog.answer(row.answer);
     std::string monitor = "old";
     int result = -1;

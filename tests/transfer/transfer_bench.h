@@ -2,12 +2,12 @@
 // A complete set of what the transfer procedures need, with a scripted module behind a fake
 // port: every TransferJob is recorded, every transfer returns the next scripted outcome.
 
-#include <deque>
 #include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "fake_link_port.h"
 #include "link/sign_in.h"
 #include "link/transfer_presenter.h"
 #include "project/project.h"
@@ -23,39 +23,17 @@ inline const std::string kEnd = "\xFD";
 // The identity of a module of device type 0: the wrong one.
 inline const std::string kWrongModule = "0064000000003E\xFD";
 
-class FakeLinkPort : public LinkPort {
- public:
-  int openLinkPort() override { return openResult; }
-  void closeLinkPort() override {}
-  void startTransfer(const TransferJob& job, std::function<void(TransferOutcome)> done) override {
-    jobs.push_back(job);
-    TransferOutcome outcome;
-    if (!scripts.empty()) {
-      outcome.status = statusTitled(scripts.front().first);
-      outcome.received[0] = std::move(scripts.front().second);
-      scripts.pop_front();
-    }
-    done(std::move(outcome));
-  }
-  [[nodiscard]] std::string portStatusText() const override { return "COM1 9600,N,8,1"; }
-  // The transfer ends with the window titled `title` ("Cancel", "Timeout" ...); an empty title
-  // stands for the job's own title: the transfer went well.
-  void script(const std::string& title, std::string received = {}) {
-    scripts.emplace_back(title, std::move(received));
-  }
-
-  int openResult = 0;
-  std::deque<std::pair<std::string, std::string>> scripts;
-  std::vector<TransferJob> jobs;
-
- private:
-  static TransferStatus statusTitled(const std::string& title) {
-    using enum TransferStatus;
-    for (TransferStatus status : {Cancel, Timeout, NoConnection, NoResponse, VersionConflict})
-      if (StatusTitle(status, TransferDirection::Upload) == title) return status;
-    return Active;
-  }
-};
+// The transfer ends with the window titled `title` ("Cancel", "Timeout" ...); an empty title
+// stands for the job's own title: the transfer went well.
+inline void script(FakeLinkPort& port, const std::string& title, std::string received = {}) {
+  using enum TransferStatus;
+  TransferOutcome outcome;
+  outcome.status = Active;
+  for (TransferStatus status : {Cancel, Timeout, NoConnection, NoResponse, VersionConflict})
+    if (StatusTitle(status, TransferDirection::Upload) == title) outcome.status = status;
+  outcome.received[0] = std::move(received);
+  port.outcomes.push_back(std::move(outcome));
+}
 
 // Keeps the transfer panel's texts in order.
 class RecordingStatus : public StatusDisplay {

@@ -22,6 +22,8 @@ const std::string kFlagsImage = "03000C0500" + kP + "07" + kP + kEnd;
 
 const Box kWrongModuleBox{"Version", "Kestrix ist auf falsches Ger\xE4t eingestellt"};
 const Box kNoConnection{"Kestrix", "Keine Verbindung !", BoxIcon::Critical};
+const Box kReady{"Kestrix", "Telvane ready ?", BoxIcon::Question, BoxButtons::OkCancel,
+                 BoxAnswer::Ok};
 const std::string kGermanFragments =
     "Beim Auslesen trat ein Fehler auf.\rSollen die Datenfragmente trotzdem weiterbearbeitet "
     "werden ?";
@@ -71,7 +73,7 @@ TEST(Uploads, SavePromptComesFirst) {
 }
 
 // Every failure leaves the tables as they were unless the user asks for the fragments; a wrong
-// module shows its identification.
+// module shows its identification; declining the ready question is told as no connection.
 TEST(Uploads, ResultHandlingPerProcedure) {
   struct Procedure {
     const char* name;
@@ -102,6 +104,7 @@ TEST(Uploads, ResultHandlingPerProcedure) {
   };
   const Row rows[] = {
       {"portNotOpened", 1, "", 1, false, false},
+      {"readyDeclined", 0, "", 2, false, false},
       {"cancelDeclined", 0, "Cancel", 3, true, false},
       {"noResponseDeclined", 0, "No response", 6, true, false},
       {"timeoutAccepted", 0, "Timeout", 4, true, true},
@@ -116,19 +119,25 @@ TEST(Uploads, ResultHandlingPerProcedure) {
       bench.port.openResult = row.openResult;
       if (row.title == nullptr) {
         bench.session.identityRead = false;
-        bench.port.script("", kWrongModule);
+        script(bench.port, "", kWrongModule);
       } else {
-        bench.port.script(row.title, procedure.image);
+        script(bench.port, row.title, procedure.image);
+      }
+      if (row.result == 2) {
+        bench.session.readyConfirmed = false;
+        bench.dialog.answer(BoxAnswer::Cancel);
       }
       if (row.parsed) bench.dialog.answer(BoxAnswer::Yes);
       EXPECT_EQ(bench.run(procedure.run), row.result);
       EXPECT_EQ(bench.project != before, row.parsed);
       std::vector<Box> expected;
-      if (row.openResult != 0) expected.push_back(kNoConnection);
+      if (row.result == 2) expected.push_back(kReady);
+      if (row.result <= 2) expected.push_back(kNoConnection);
       if (row.fragmentsAsked) expected.push_back(procedure.fragments);
       if (row.result == 7) expected.push_back(kWrongModuleBox);
       EXPECT_EQ(bench.dialog.boxes, expected);
       EXPECT_EQ(bench.identificationShown.size(), row.result == 7 ? 1U : 0U);
+      EXPECT_EQ(bench.port.jobs.empty(), row.result <= 2);
     }
   }
 }
@@ -136,8 +145,8 @@ TEST(Uploads, ResultHandlingPerProcedure) {
 TEST(ReadAll, StopsAtTheFirstFailureWithTablesOfLaterKindsUntouched) {
   Bench bench;
   fillRichProject(bench.project);
-  bench.port.script("", kMessagesImage);
-  bench.port.script("Timeout", kPhonesImage);
+  script(bench.port, "", kMessagesImage);
+  script(bench.port, "Timeout", kPhonesImage);
   EXPECT_EQ(bench.run(ReadAll), 4);
   EXPECT_EQ(bench.jobKinds(), "mt");
   EXPECT_EQ(bench.project.messages.cell(2, 4), "zu");
@@ -155,27 +164,10 @@ TEST(UploadMessages, StatusTellsHowTheDataCameIn) {
   };
   for (const auto& [title, image, status] : rows) {
     Bench bench;
-    bench.port.script(title, image);
+    script(bench.port, title, image);
     bench.dialog.answer(BoxAnswer::Yes);  // process the fragments
     bench.run(UploadMessages);
     EXPECT_TRUE(bench.lastStatus().starts_with(status)) << bench.lastStatus();
-  }
-}
-
-// Declining the ready question is told as no connection, and nothing is read or changed.
-TEST(Uploads, DeclinedReadyQuestionTellsNoConnection) {
-  const Box ready{"Kestrix", "Telvane ready ?", BoxIcon::Question, BoxButtons::OkCancel,
-                  BoxAnswer::Ok};
-  for (const auto procedure : {UploadMessages, UploadPhoneNumbers, ReadP, ReadEasy800}) {
-    Bench bench;
-    fillRichProject(bench.project);
-    const Project before = bench.project;
-    bench.session.readyConfirmed = false;
-    bench.dialog.answer(BoxAnswer::Cancel);
-    EXPECT_EQ(bench.run(procedure), 2);
-    EXPECT_EQ(bench.dialog.boxes, (std::vector<Box>{ready, kNoConnection}));
-    EXPECT_TRUE(bench.port.jobs.empty());
-    EXPECT_TRUE(bench.project == before);
   }
 }
 
