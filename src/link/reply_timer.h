@@ -27,10 +27,11 @@ class ReplyTimer {
     m_start = wholeSecond(now);
     m_limit = limit;
   }
-  [[nodiscard]] bool expired(DayTime now) const {
-    return wholeSecond(now) - startAt(now) > m_limit;
-  }
-  // The first moment at which expired() holds.
+  // A wait that has passed stays passed, however late it is looked at: midnight moves only the
+  // start of a wait that is still running.
+  [[nodiscard]] bool expired(DayTime now) const { return now >= deadline(); }
+  // The first moment at which more than the limit lies between the start and the whole second
+  // of the clock, the start moved to midnight when the wait runs into it.
   [[nodiscard]] DayTime deadline() const {
     const DayTime due = firstLate(m_start);
     const DayTime midnight = midnightBefore(m_start) + kDayLength;
@@ -38,11 +39,6 @@ class ReplyTimer {
   }
 
  private:
-  // The start as the wait sees it at `now`: moved to the last midnight that lies after it.
-  [[nodiscard]] DayTime startAt(DayTime now) const {
-    const DayTime midnight = midnightBefore(now);
-    return m_start < midnight ? midnight : m_start;
-  }
   [[nodiscard]] DayTime firstLate(DayTime start) const {
     return wholeSecond(start + m_limit + 1 + 999);
   }

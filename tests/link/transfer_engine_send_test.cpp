@@ -256,6 +256,9 @@ TEST(ReplyTimeout, CountsFromTheWholeSecond) {
       // A wait that would end after midnight starts again there.
       {"midnightMovesTheStartToTheNewDay", 86395500, 86421000,
        Probes{{86399999, false}, {86400003, false}, {86420999, false}, {86421000, true}}},
+      // A wait that passed before midnight stays passed when it is only looked at after it.
+      {"passedBeforeMidnightLookedAtAfterIt", 86378500, 86399000,
+       Probes{{86398999, false}, {86400500, true}}},
       // One that ends exactly at midnight starts again as well.
       {"dueAtMidnightStartsAgain", 86379000, 86421000,
        Probes{{86399999, false}, {86400000, false}, {86421000, true}}},
