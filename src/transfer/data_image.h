@@ -10,14 +10,13 @@
 #include "project/project.h"
 #include "project/user_dialog.h"
 #include "text/ui_texts.h"
+#include "wire/wire_format.h"
 
 namespace quillon {
 
-inline constexpr char kEndOfImage = '\xFD';  // 253: the last character of every image
 inline constexpr char kAckRequestSeparator = ' ';
 inline constexpr const char* kMessagesHeader = "A;";
 inline constexpr char kAckRequestRecord = 'Q';
-inline constexpr char kOptionBase = '@';  // option letter = '@' + ack (1) + call back (2)
 inline constexpr const char* kConfigurationLeadingField = "00";
 inline constexpr std::size_t kPhoneFieldWidth = 21;
 inline constexpr std::size_t kClosingFieldWidth = 20;

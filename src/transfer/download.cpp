@@ -4,7 +4,6 @@
 #include <string>
 
 #include "text/ui_text_slots.h"
-#include "transfer/field_text.h"
 
 namespace quillon {
 

@@ -4,7 +4,6 @@
 #include "text/substitution.h"
 #include "text/ui_text_slots.h"
 #include "transfer/data_image.h"
-#include "transfer/field_text.h"
 
 namespace quillon {
 
@@ -13,11 +12,9 @@ namespace {
 inline constexpr char kLineBreak = '\r';
 
 char optionLetter(const Table& messages, int row) {
-  int value = 0;
-  if (!messages.cell(row, kAckColumn).empty()) value += 1;
-  if (!messages.cell(row, kCallBackColumn).empty()) value += 2;
   // The ring column is deliberately not transmitted.
-  return static_cast<char>(kOptionBase + value);
+  return wire::optionLetter({.acknowledge = !messages.cell(row, kAckColumn).empty(),
+                             .callBack = !messages.cell(row, kCallBackColumn).empty()});
 }
 
 void warnSingleCharacter(ImageEnv& env, int row) {
@@ -28,7 +25,7 @@ void warnSingleCharacter(ImageEnv& env, int row) {
 }  // namespace
 
 bool CheckTextMemory(const std::string& image, ImageEnv& env) {
-  if (image.size() == 1 && image.front() == kEndOfImage) return false;
+  if (image.size() == 1 && image.front() == wire::kEndMark) return false;
   if (image.size() <= static_cast<std::size_t>(env.limits.textMemory)) return false;
   env.dialog.tell(kMainTitle,
                   env.texts[slot::kTooMuchText] + kLineBreak + env.texts[slot::kLimitYourText],
@@ -41,13 +38,13 @@ MessagesImage DoMeldSend(const Project& project, ImageEnv& env) {
   const bool smallModule = env.limits.lastMessageIndex == kSmallModuleLastIndex;
 
   std::string image = kMessagesHeader;
-  image += kPad;
+  image += wire::kPad;
   for (int row = 1; row <= project.messages.rows(); ++row) {
     const std::string& text = project.messages.cell(row, kMessageTextColumn);
     if (text.size() == 1) warnSingleCharacter(env, row);
     image += optionLetter(project.messages, row);
     image += toGsm(text);
-    image += kPad;
+    image += wire::kPad;
     if (smallModule && CheckTextMemory(image, env)) return {{}, 1};
   }
 
@@ -55,18 +52,18 @@ MessagesImage DoMeldSend(const Project& project, ImageEnv& env) {
   image += project.ack.first;
   image += kAckRequestSeparator;
   image += project.ack.second;
-  image += kPad;
+  image += wire::kPad;
   if (CheckTextMemory(image, env)) return {{}, 1};
 
   for (int row = 1; row <= project.filters.rows(); ++row) {
     image += project.filters.cell(row, kFilterTextColumn);
-    image += kPad;
+    image += wire::kPad;
     // Unlike the two refusals above, an overflow among the filters hands over an empty image
     // that the transfer window then reports as "nothing to transfer".
     if (smallModule && CheckTextMemory(image, env)) return {{}, 0};
   }
 
-  image += kEndOfImage;
+  image += wire::kEndMark;
   return {image, 0};
 }
 

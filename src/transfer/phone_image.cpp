@@ -3,7 +3,6 @@
 #include "project/validation.h"
 #include "text/ui_text_slots.h"
 #include "transfer/data_image.h"
-#include "transfer/field_text.h"
 
 namespace quillon {
 
@@ -11,9 +10,7 @@ namespace {
 
 inline constexpr std::size_t kShortestSmsCentre = 4;
 
-std::string phoneField(const std::string& number) {
-  return field::fixedWidth(number, kPhoneFieldWidth, kPad);
-}
+std::string phoneField(const std::string& number) { return wire::padded(number, kPhoneFieldWidth); }
 
 }  // namespace
 
@@ -42,9 +39,9 @@ std::string DoTelSend(Project& project, ImageEnv& env, int reportedPhoneCount) {
 
   // Nothing sets the closing field, yet it is built from its variable like the others, and the
   // variable keeps the filled value.
-  project.phoneSuffix = field::fixedWidth(project.phoneSuffix, kClosingFieldWidth, kPad);
+  project.phoneSuffix = wire::padded(project.phoneSuffix, kClosingFieldWidth);
   image += project.phoneSuffix;
-  image += kEndOfImage;
+  image += wire::kEndMark;
 
   env.status.setStatus(StatusPanel::Transfer, texts[slot::kReady]);
   return image;
