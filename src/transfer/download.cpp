@@ -28,7 +28,9 @@ bool buildAndSend(TransferContext& context, char kind, const char* label,
                   const std::string& statusAfterBuild, int& result) {
   ImageEnv env = context.imageEnv();
   const int reported = static_cast<int>(NumericValue(context.link.session.identity.phoneCount));
-  const DownloadImage built = buildDownloadImage(kind, context.project, env, reported);
+  const DownloadImage built =
+      buildDownloadImage(kind, context.project, env.texts, env.limits, reported);
+  showImageNotes(built.notes, env.dialog, env.status);
   if (built.refused) return false;
   if (!statusAfterBuild.empty()) context.setTransferStatus(statusAfterBuild);
   TransferOutcome outcome;
