@@ -144,7 +144,12 @@ int main(int argc, char** argv) {
 
   int result = 0;
   clock.start();
-  DownloadAll(context, result);
+  bool ended = false;
+  StartTask(DownloadAll(context, result), [&ended] {
+    ended = true;
+    QCoreApplication::quit();
+  });
+  if (!ended) QCoreApplication::exec();
   const double measured = static_cast<double>(clock.nsecsElapsed()) / 1e9;
 
   sim.closeWriteChannel();

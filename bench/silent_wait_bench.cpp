@@ -15,6 +15,7 @@
 #include <cstdlib>
 
 #include "link/qt/serial_link.h"
+#include "link/transfer_presenter.h"
 
 namespace {
 
@@ -58,14 +59,19 @@ int main(int argc, char** argv) {
   settings.replyTimeout = timeout;
   serial.setEngineSettings(settings);
   quillon::TransferJob job;
-  job.title = quillon::kUploadActive;
+  job.direction = quillon::TransferDirection::Upload;
   job.contentLabel = "Version";
   job.requestLetter = 'v';
 
   QElapsedTimer wall;
   const double cpuBefore = cpuSeconds(RUSAGE_SELF);
   wall.start();
-  const quillon::TransferOutcome outcome = serial.runTransfer(job);
+  quillon::TransferOutcome outcome;
+  serial.startTransfer(job, [&outcome](quillon::TransferOutcome ended) {
+    outcome = std::move(ended);
+    QCoreApplication::quit();
+  });
+  QCoreApplication::exec();
   const double elapsed = static_cast<double>(wall.elapsed()) / 1000.0;
   const double cpu = cpuSeconds(RUSAGE_SELF) - cpuBefore;
 
@@ -73,7 +79,8 @@ int main(int argc, char** argv) {
   sim.waitForFinished(5000);
   const double simCpu = cpuSeconds(RUSAGE_CHILDREN);
 
-  std::printf("outcome: %s\n", outcome.title.c_str());
+  std::printf("outcome: %s\n",
+              quillon::StatusTitle(outcome.status, quillon::TransferDirection::Upload).c_str());
   std::printf("waited %.3f s, driver CPU %.4f s = %.4f %% of one core\n", elapsed, cpu,
               100.0 * cpu / elapsed);
   std::printf("telvane-sim CPU over its whole run: %.4f s\n", simCpu);

@@ -21,21 +21,46 @@ inline constexpr int kExitNothingSent = 65;  // as image: the one kind asked for
 constexpr std::array kOptions{kPortOption, kYesOption,     kReplyTimeoutOption,
                               kLogOption,  kMaxTimeOption, OptionEntry{"--kind", true}};
 
-void runDownload(TransferContext& context, char kind, int& result) {
+Task<> runDownload(TransferContext& context, char kind, int& result) {
   switch (kind) {
     case kKindMessages:
-      DownloadMessages(context, result);
+      co_await DownloadMessages(context, result);
       break;
     case kKindPhoneNumbers:
-      WriteT(context, result);
+      co_await WriteT(context, result);
       break;
     case kKindConfiguration:
-      WriteP(context, result);
+      co_await WriteP(context, result);
       break;
     default:
-      WriteEasy800(context, result);
+      co_await WriteEasy800(context, result);
       break;
   }
+}
+
+// What the command does with the module; gives the exit status.
+Task<int> downloadKinds(ModuleSession& session, Project& project, const std::string& kinds,
+                        const CommandContext& context) {
+  // The first transfer reads the identity anyway; reading it first sizes the messages image.
+  if (const int identified = co_await session.identifyBeforeTransfers(); identified != kResultOk)
+    co_return session.exitStatus(identified);
+  fitToModule(project, session.limits(), context.err);
+
+  TransferContext transfer = session.transferContext(project, context.texts);
+  int result = kResultOk;
+  const int transfersBefore = session.transfersStarted();
+  // "Download all" step by step, so that each kind has its own progress line: the next step
+  // only while the result is 0, and a refused image leaves it at 0.
+  for (const char kind : kinds) {
+    if (result != kResultOk) break;
+    session.beginKind(kindLabel(kind));
+    co_await runDownload(transfer, kind, result);
+    session.endProgress();
+  }
+  if (result == kResultOk && kinds.size() == 1 && session.transfersStarted() == transfersBefore) {
+    co_return kExitNothingSent;
+  }
+  co_return session.exitStatus(result);
 }
 
 int download(const CommandContext& context) {
@@ -73,26 +98,7 @@ int download(const CommandContext& context) {
   Console console = commandConsole(context);
   ModuleSession session(link, DialogAnswers{link.yes, false}, context.texts.language(), console);
   if (const int opened = session.open(); opened != kResultOk) return opened;
-  // The first transfer reads the identity anyway; reading it first sizes the messages image.
-  if (const int identified = session.identifyBeforeTransfers(); identified != kResultOk)
-    return session.exitStatus(identified);
-  fitToModule(project, session.limits(), context.err);
-
-  TransferContext transfer = session.transferContext(project, context.texts);
-  int result = kResultOk;
-  const int transfersBefore = session.transfersStarted();
-  // "Download all" step by step, so that each kind has its own progress line: the next step
-  // only while the result is 0, and a refused image leaves it at 0.
-  for (const char kind : *kinds) {
-    if (result != kResultOk) break;
-    session.beginKind(kindLabel(kind));
-    runDownload(transfer, kind, result);
-    session.endProgress();
-  }
-  if (result == kResultOk && kinds->size() == 1 && session.transfersStarted() == transfersBefore) {
-    return kExitNothingSent;
-  }
-  return session.exitStatus(result);
+  return session.run(downloadKinds(session, project, *kinds, context));
 }
 
 }  // namespace

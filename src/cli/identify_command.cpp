@@ -48,7 +48,7 @@ int RunIdentify(const CommandContext& context, Console& console) {
   // The identity is what the command prints, a wrong module's included.
   session.setIdentificationOutput(console.out);
   if (const int opened = session.open(); opened != kResultOk) return opened;
-  const int result = session.identify();
+  const int result = session.run(session.identify());
   if (session.maxTimePassed()) return session.exitStatus(result);
   if (result == kResultOk) session.printIdentification();
   return result;

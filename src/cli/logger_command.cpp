@@ -39,6 +39,12 @@ bool fragmentsProcessed(int result, bool fragments) {
   return fragments && result >= kResultCancelled && result <= kResultNoResponse;
 }
 
+Task<int> readLoggerInto(TransferContext& transfer, std::string& monitor) {
+  int result = kResultOk;
+  co_await ReadLogger(transfer, monitor, result);
+  co_return result;
+}
+
 int logger(const CommandContext& context) {
   ParsedOptions parsed;
   LinkOptions link;
@@ -64,8 +70,7 @@ int logger(const CommandContext& context) {
   Project unused;
   TransferContext transfer = session.transferContext(unused, context.texts);
   std::string monitor;
-  int result = kResultOk;
-  ReadLogger(transfer, monitor, result);
+  const int result = session.run(readLoggerInto(transfer, monitor));
   session.endProgress();
   const int status = session.exitStatus(result);
   if (status != kExitOk && (session.maxTimePassed() || !fragmentsProcessed(result, fragments)))

@@ -1,6 +1,7 @@
 #include "cli/module_session.h"
 
 #include <QDateTime>
+#include <optional>
 
 #include "cli/command.h"
 #include "cli/command_log.h"
@@ -11,7 +12,8 @@ namespace quillon::cli {
 
 namespace {
 
-// The driver runs event loops, which need an application object; the command line has none.
+// The driver runs on an event loop, which needs an application object; the command line has
+// none.
 std::unique_ptr<QCoreApplication> applicationIfNone() {
   static int argc = 1;
   static char name[] = "quillon-cli";
@@ -72,20 +74,31 @@ int ModuleSession::open() {
   return kResultOk;
 }
 
-int ModuleSession::identify() {
-  const int result = IdentifyModule(m_linkContext);
+int ModuleSession::run(Task<int> task) {
+  std::optional<int> result;
+  StartTask(std::move(task), [&result](int ended) {
+    result = ended;
+    QCoreApplication::exit(0);
+  });
+  // A task that never had to wait for the module has ended already.
+  if (!result) QCoreApplication::exec();
+  return result.value_or(kResultCancelled);
+}
+
+Task<int> ModuleSession::identify() {
+  const int result = co_await IdentifyModule(m_linkContext);
   m_progress.endLine();
   if (result == kResultPortNotOpened) {
     m_console.err << "Cannot open " << m_options.port << ": "
                   << cp1252ToUtf8(m_link.portErrorText()) << "\n";
   }
   if (result == kResultVersionConflict) printIdentification();
-  return result;
+  co_return result;
 }
 
-int ModuleSession::identifyBeforeTransfers() {
-  const int result = identify();
-  return result == kResultNoResponse ? kResultOk : result;
+Task<int> ModuleSession::identifyBeforeTransfers() {
+  const int result = co_await identify();
+  co_return result == kResultNoResponse ? kResultOk : result;
 }
 
 bool ModuleSession::maxTimePassed() {

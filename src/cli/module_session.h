@@ -31,13 +31,16 @@ class ModuleSession : private TransferObserver {
 
   // Finds the port and opens the traffic log. 0, or 1 when the port names no device.
   [[nodiscard]] int open();
+  // Runs `task`, the part of a command that talks to the module, on the program's one event
+  // loop and gives its result once it has ended.
+  [[nodiscard]] int run(Task<int> task);
   // The module's identity, read once for the run as the first transfer would: sets the module
   // limits. 0..7; a failure is explained on the error output (7 with the identification).
-  [[nodiscard]] int identify();
+  [[nodiscard]] Task<int> identify();
   // The identity read in front of a transfer command: only what would stop SignIn's own
   // identity query stops the command. A module that does not answer the version request
   // (6) is asked again by the first transfer, which then goes on.
-  [[nodiscard]] int identifyBeforeTransfers();
+  [[nodiscard]] Task<int> identifyBeforeTransfers();
 
   // The exit status of a command whose transfers ended with `result`: a refusal by the module
   // and the end of --max-time are not the 0 and 3 that the procedures report for them.

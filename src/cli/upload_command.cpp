@@ -27,21 +27,44 @@ constexpr std::array kOptions{kPortOption,
                               OptionEntry{"--fragments", false},
                               OptionEntry{"-o", true, "--output"}};
 
-void runUpload(TransferContext& context, char kind, int& result) {
+Task<> runUpload(TransferContext& context, char kind, int& result) {
   switch (kind) {
     case kKindMessages:
-      UploadMessages(context, result);
+      co_await UploadMessages(context, result);
       break;
     case kKindPhoneNumbers:
-      UploadPhoneNumbers(context, result);
+      co_await UploadPhoneNumbers(context, result);
       break;
     case kKindConfiguration:
-      ReadP(context, result);
+      co_await ReadP(context, result);
       break;
     default:
-      ReadEasy800(context, result);
+      co_await ReadEasy800(context, result);
       break;
   }
+}
+
+// What the command does with the module: reads every kind into `project` while they go well,
+// from `before`, the project as it started. Gives the transfers' result.
+Task<int> uploadKinds(ModuleSession& session, Project& project, Project& before,
+                      const std::string& kinds, const CommandContext& context) {
+  // The parsers fill the message table row by row, so it must have the module's size first.
+  if (const int identified = co_await session.identifyBeforeTransfers(); identified != kResultOk)
+    co_return identified;
+  fitToModule(project, session.limits(), context.err);
+
+  before = project;
+  TransferContext transfer = session.transferContext(project, context.texts);
+  int result = kResultOk;
+  // "Read all" step by step, so that each kind has its own progress line. Its one save prompt
+  // never asks here: the project has not changed.
+  for (const char kind : kinds) {
+    if (result != kResultOk) break;
+    session.beginKind(kindLabel(kind));
+    co_await runUpload(transfer, kind, result);
+    session.endProgress();
+  }
+  co_return result;
 }
 
 int upload(const CommandContext& context) {
@@ -77,22 +100,8 @@ int upload(const CommandContext& context) {
   ModuleSession session(link, DialogAnswers{link.yes, parsed.has("--fragments")},
                         context.texts.language(), console);
   if (const int opened = session.open(); opened != kResultOk) return opened;
-  // The parsers fill the message table row by row, so it must have the module's size first.
-  if (const int identified = session.identifyBeforeTransfers(); identified != kResultOk)
-    return session.exitStatus(identified);
-  fitToModule(project, session.limits(), context.err);
-
-  const Project before = project;
-  TransferContext transfer = session.transferContext(project, context.texts);
-  int result = kResultOk;
-  // "Read all" step by step, so that each kind has its own progress line. Its one save prompt
-  // never asks here: the project has not changed.
-  for (const char kind : *kinds) {
-    if (result != kResultOk) break;
-    session.beginKind(kindLabel(kind));
-    runUpload(transfer, kind, result);
-    session.endProgress();
-  }
+  Project before = project;
+  const int result = session.run(uploadKinds(session, project, before, *kinds, context));
   const int status = session.exitStatus(result);
   // OUT.EAY is the module's content only when every kind asked for came in whole; fragments
   // are written only when asked for, and never after --max-time.

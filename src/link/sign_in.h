@@ -1,11 +1,14 @@
 #pragma once
 // SignIn: the gate in front of every transfer. It opens the port, asks once per run whether the
 // module is ready, reads the module's identity once per run, runs the transfer window and maps
-// the status text it leaves to a TransferResult.
+// the status it leaves to a TransferResult. The steps that wait for the module are coroutines:
+// they return at once and go on when the transfer window has closed.
 
+#include <functional>
 #include <string>
 
 #include "link/identity.h"
+#include "link/task.h"
 #include "link/transfer.h"
 #include "project/project.h"
 #include "project/user_dialog.h"
@@ -19,9 +22,10 @@ class LinkPort {
   // 0 ok, 1 the port could not be opened.
   [[nodiscard]] virtual int openLinkPort() = 0;
   virtual void closeLinkPort() = 0;
-  // Runs the transfer window modally until the transfer ends; returns what it left behind. Like
-  // the window, it opens the port if it is closed and closes it when the transfer ends.
-  [[nodiscard]] virtual TransferOutcome runTransfer(const TransferJob& job) = 0;
+  // Opens the transfer window, modal for the user, and returns at once; `done` runs once with
+  // what the window left when the transfer has ended (a port without a line may run it before
+  // returning). Like the window, it opens the port if it is closed and closes it at the end.
+  virtual void startTransfer(const TransferJob& job, std::function<void(TransferOutcome)> done) = 0;
   [[nodiscard]] virtual std::string portStatusText() const = 0;
 };
 
@@ -46,17 +50,38 @@ struct LinkContext {
 // "Telvane ready ?" once per run (2 when declined, the port closed again); 0 to go on.
 [[nodiscard]] int OpenAndConfirmReady(LinkContext& context);
 
-// Runs `job` through the transfer window; `outcome` receives what it left. Returns 0..7.
-[[nodiscard]] int SignIn(LinkContext& context, const TransferJob& job, TransferOutcome& outcome);
+// One run of the transfer window, to be awaited: gives what the window left.
+class TransferAwaiter {
+ public:
+  TransferAwaiter(LinkPort& port, TransferJob job) : m_port(port), m_job(std::move(job)) {}
+  [[nodiscard]] bool await_ready() const noexcept { return false; }
+  bool await_suspend(std::coroutine_handle<> waiting);
+  TransferOutcome await_resume() { return std::move(m_outcome); }
+
+ private:
+  LinkPort& m_port;
+  TransferJob m_job;
+  TransferOutcome m_outcome;
+  std::coroutine_handle<> m_waiting;
+  bool m_starting = false;
+  bool m_ended = false;
+};
+
+[[nodiscard]] inline TransferAwaiter RunTransfer(LinkPort& port, TransferJob job) {
+  return TransferAwaiter(port, std::move(job));
+}
+
+// Runs `job` through the transfer window; `outcome` receives what it left. Gives 0..7.
+[[nodiscard]] Task<int> SignIn(LinkContext& context, TransferJob job, TransferOutcome& outcome);
 
 // The identity query (the identification dialog's "Read version"): reads and decodes the
-// module's identity into context.session.identity, raising conflicts as boxes. Returns the
-// transfer status text it leaves: the title of the version transfer, or "Version conflict".
-std::string ReadIdentity(LinkContext& context);
+// module's identity into context.session.identity, raising conflicts as boxes. Gives the status
+// it leaves: that of the version transfer, or VersionConflict.
+[[nodiscard]] Task<TransferStatus> ReadIdentity(LinkContext& context);
 
-// The result that the transfer status text left by a transfer stands for: "Cancel" 3,
-// "Timeout" 4, "No connection" 5, "No response" 6, anything else 0.
-[[nodiscard]] int TransferResultForTitle(const std::string& title);
+// The result a transfer status stands for: Cancel 3, Timeout 4, No connection 5, No response 6,
+// Version conflict 7, a transfer that ran (refused or not) 0.
+[[nodiscard]] int ResultOf(TransferStatus status);
 
 inline constexpr const char* kReadyQuestion = "Telvane ready ?";
 // The content label of the identity query's transfer.

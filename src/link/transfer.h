@@ -1,7 +1,8 @@
 #pragma once
 // The block transfer with the module as a state machine without I/O and without a clock: the
-// driver feeds it received bytes and the time of day, writes what it asks to write, re-arms one
-// timer from deadline(), and shows the events. The engine never waits for anything itself.
+// driver feeds it received bytes and the time of a steady clock, writes what it asks to write,
+// re-arms one timer from deadline(), and shows the events. The engine never waits for anything
+// itself.
 
 #include <array>
 #include <cstdint>
@@ -14,21 +15,15 @@
 
 namespace quillon {
 
-// Time of day in milliseconds since midnight (0 .. 86'399'999), as the driver reads it.
+// Time of day in milliseconds since midnight (0 .. 86'399'999), as the driver reads it; also used
+// for lengths of time.
 using TimeOfDay = std::int64_t;
+// Milliseconds on a clock that never jumps (the driver's steady clock): the engine's `now`.
+using SteadyTime = std::int64_t;
 
 inline constexpr char kAck = '\x06';
 inline constexpr char kNak = '\x15';
 inline constexpr char kEndOfBlock = '\xFD';  // 253
-
-// Transfer status texts: the title of the transfer window doubles as its status channel.
-inline constexpr const char* kDownloadActive = "Download active";
-inline constexpr const char* kUploadActive = "Upload active";
-inline constexpr const char* kStatusCancel = "Cancel";
-inline constexpr const char* kStatusTimeout = "Timeout";
-inline constexpr const char* kStatusNoConnection = "No connection";
-inline constexpr const char* kStatusNoResponse = "No response";
-inline constexpr const char* kStatusVersionConflict = "Version conflict";
 
 // Results of SignIn and of every download and upload.
 enum TransferResult : int {
@@ -42,16 +37,29 @@ enum TransferResult : int {
   kResultVersionConflict = 7,
 };
 
+// The state of a transfer as the window's title tells it; once the transfer is over, how it
+// ended. The title doubles as the window's status channel.
+enum class TransferStatus {
+  Active,  // "Download active" or "Upload active": running, or ended well
+  Cancel,
+  Timeout,
+  NoConnection,
+  NoResponse,
+  VersionConflict,  // left by the identity query, never by a transfer itself
+};
+
+enum class TransferDirection { Download, Upload };
+
 // What a caller hands to the transfer window.
 struct TransferJob {
-  std::string title = kDownloadActive;  // "Download active" sends, anything else reads
-  std::string contentLabel;             // lblInhalt: "Messages", "Version", "Reading Logger" ...
-  std::string sendText;                 // Sendetext
-  std::string sendText2;                // Sendetext2
-  std::string startIdentifier;          // lblStartKSend, e.g. "M0A3C"
-  char requestLetter = '\0';            // lblStartKEmpf, sent in upper case
+  TransferDirection direction = TransferDirection::Download;
+  std::string contentLabel;     // lblInhalt: "Messages", "Version", "Reading Logger" ...
+  std::string sendText;         // Sendetext
+  std::string sendText2;        // Sendetext2
+  std::string startIdentifier;  // lblStartKSend, e.g. "M0A3C"
+  char requestLetter = '\0';    // lblStartKEmpf, sent in upper case
 
-  [[nodiscard]] bool sending() const { return title == kDownloadActive; }
+  [[nodiscard]] bool sending() const { return direction == TransferDirection::Download; }
 };
 
 inline constexpr int kReceiveBoxes = 5;
@@ -59,10 +67,10 @@ inline constexpr std::size_t kReceiveBoxCapacity = 16000;
 
 // What the caller reads back after the window has closed.
 struct TransferOutcome {
-  std::string title;                                // the final transfer status text
+  TransferStatus status = TransferStatus::Active;   // what the title says at the end
   std::array<std::string, kReceiveBoxes> received;  // Empfang .. Empfang5
-  // The module refused the start identifier or the request ("Denied"). The title does not say
-  // so: SignIn reports such a transfer as 0.
+  // The module refused the start identifier or the request ("Denied"): an outcome of its own,
+  // which the title does not tell. SignIn reports such a transfer as 0, as the window leaves it.
   bool refused = false;
   // Where in receivedText() an end-of-block character closed a block. A module may close every
   // block so, not only the last one.
@@ -83,10 +91,11 @@ struct TransferOutcome {
 struct EngineSettings {
   int blockLength = 64;
   TimeOfDay replyTimeout = 20000;  // a wait times out once more than this has passed
-  int language = 0;                // 0 English, 1 German: TransferMessages
+  int language = 0;                // 0 English, 1 German: the presenter's texts
   int identifierDigits = 4;        // lblLang
 };
 
+// One change of the transfer window as the presenter words it for the front ends.
 struct TransferEvent {
   enum class Kind {
     Comment,     // Kommentar: text
@@ -111,7 +120,5 @@ struct TransferEvent {
 
   friend bool operator==(const TransferEvent&, const TransferEvent&) = default;
 };
-
-class TransferEngine;  // defined in transfer_engine.h
 
 }  // namespace quillon

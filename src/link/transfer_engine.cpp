@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "link/block_checksum.h"
+#include "link/engine_events.h"
 #include "link/hex_field.h"
 #include "link/start_identifier.h"
 
@@ -11,46 +12,10 @@ namespace quillon {
 namespace {
 
 constexpr const char* kProbe = "??";
-constexpr TimeOfDay kSignInPause = 1000;
+constexpr SteadyTime kSignInPause = 1000;
 constexpr int kMaxFailures = 5;
 // The final confirmation belongs to the module's 64-character block mode only.
 constexpr int kConfirmedBlockLength = 64;
-
-constexpr const char* kLogWrite = "WRITE: ";
-constexpr const char* kLogRead = "READ: ";
-constexpr const char* kLogBlock = "LESEN: ";
-constexpr const char* kLogBlockAnswer = "SCHREIBEN: ";
-
-// Sign-in failure statuses, as the wait that failed reports them.
-constexpr int kSignInRefused = 0;
-constexpr int kSignInTimedOut = 1;
-constexpr int kSignInCancelled = 2;
-constexpr int kSignInInterfaceGone = 9;
-
-// ReadAcknowledge codes.
-constexpr int kAckCode = 0;
-constexpr int kNoReplyCode = 1;
-constexpr int kOtherCode = 2;
-constexpr int kNakCode = 21;
-
-using Kind = TransferEvent::Kind;
-
-TransferEvent event(Kind kind, std::string text = {}, std::string text2 = {}, int value = 0) {
-  TransferEvent e{kind, std::move(text), std::move(text2), value, Box{}};
-  return e;
-}
-
-TransferEvent valueEvent(Kind kind, int value) { return event(kind, {}, {}, value); }
-
-// The checksum display of the window shows only the first two characters of the unpadded
-// hexadecimal digits followed by "0": 0xA shows as "A0", 0xAB as "AB".
-std::string checksumDisplay(std::uint8_t sum) {
-  constexpr const char* kDigits = "0123456789ABCDEF";
-  std::string hex;
-  if (sum >= 16) hex += kDigits[sum >> 4];
-  hex += kDigits[sum & 0x0F];
-  return (hex + "0").substr(0, 2);
-}
 
 int percent(std::size_t done, std::size_t total) {
   if (total == 0 || done >= total) return 100;
@@ -60,22 +25,22 @@ int percent(std::size_t done, std::size_t total) {
 }  // namespace
 
 TransferEngine::TransferEngine(TransferJob job, EngineSettings settings)
-    : m_job(std::move(job)), m_settings(settings), m_messages(settings.language) {
+    : m_job(std::move(job)), m_settings(settings) {
   if (m_settings.blockLength < 1) m_settings.blockLength = kConfirmedBlockLength;
-  m_outcome.title = m_job.title;
 }
 
 // ---- Entry points ------------------------------------------------------------------------------
 
-void TransferEngine::start(TimeOfDay now) {
+void TransferEngine::start(SteadyTime now, TimeOfDay timeOfDay) {
   if (m_stage != Stage::Idle) return;
-  setComment("Sign in ...");
+  m_dayOffset = ((timeOfDay % kDayLength + kDayLength) % kDayLength) - now;
+  setState(WindowState::SigningIn);
   setProgress(0);
   writeProbe(now);
   pump(now);
 }
 
-void TransferEngine::onBytes(std::string_view bytes, TimeOfDay now) {
+void TransferEngine::onBytes(std::string_view bytes, SteadyTime now) {
   if (finished()) return;
   // A wait whose time has run out ends before anything that arrives at the same moment.
   advanceTime(now);
@@ -87,28 +52,28 @@ void TransferEngine::onBytes(std::string_view bytes, TimeOfDay now) {
   pump(now);
 }
 
-void TransferEngine::onDeadline(TimeOfDay now) {
+void TransferEngine::onDeadline(SteadyTime now) {
   if (finished()) return;
   advanceTime(now);
   pump(now);
 }
 
-void TransferEngine::cancel(TimeOfDay /*now*/) {
+void TransferEngine::cancel(SteadyTime /*now*/) {
   if (finished()) return;
   m_cancelled = true;
   m_outgoing.clear();
-  setTitle(kStatusCancel);
+  setStatus(TransferStatus::Cancel);
   switch (m_stage) {
     case Stage::SignInReply:
     case Stage::SignInPause:
       // A cancelled sign-in is still a failed one: "Aborted", then "No connection".
-      signInFailed(kSignInCancelled);
+      signInFailed(TransferFailure::Aborted);
       return;
     case Stage::StartReply:
     case Stage::StartRepeatReply:
     case Stage::BlockReply:
     case Stage::FinalReply:
-      setComment(kStatusCancel);
+      setState(WindowState::Cancel);
       break;
     default:
       break;
@@ -117,14 +82,14 @@ void TransferEngine::cancel(TimeOfDay /*now*/) {
   finish();
 }
 
-void TransferEngine::onLinkLost(TimeOfDay now) {
+void TransferEngine::onLinkLost(SteadyTime now) {
   if (finished()) return;
   switch (m_stage) {
     case Stage::Idle:
     case Stage::SignInReply:
     case Stage::SignInPause:
       // Before the module ever answered, a vanished port means the interface is not there.
-      signInFailed(kSignInInterfaceGone);
+      signInFailed(TransferFailure::InterfaceNotActive);
       return;
     default:
       timeOut(now);
@@ -147,9 +112,9 @@ bool TransferEngine::waitsForReply() const {
   }
 }
 
-std::optional<TimeOfDay> TransferEngine::deadline() const {
+std::optional<SteadyTime> TransferEngine::deadline() const {
   if (m_stage == Stage::SignInPause) return *m_pauseStart + kSignInPause;
-  if (waitsForReply()) return m_replyTimer.deadline();
+  if (waitsForReply()) return m_replyTimer.deadline() - m_dayOffset;
   return std::nullopt;
 }
 
@@ -159,25 +124,23 @@ std::string TransferEngine::takeOutgoing() {
   return out;
 }
 
-std::vector<TransferEvent> TransferEngine::takeEvents() {
-  std::vector<TransferEvent> out;
+std::vector<EngineEvent> TransferEngine::takeEvents() {
+  std::vector<EngineEvent> out;
   out.swap(m_events);
   return out;
 }
 
 // ---- Waiting -----------------------------------------------------------------------------------
 
-void TransferEngine::expect(Stage stage, TimeOfDay now) {
+void TransferEngine::expect(Stage stage, SteadyTime now) {
   m_stage = stage;
-  m_replyTimer.start(now, m_settings.replyTimeout);
+  m_replyTimer.start(onDayAxis(now), m_settings.replyTimeout);
 }
 
-void TransferEngine::advanceTime(TimeOfDay now) {
+void TransferEngine::advanceTime(SteadyTime now) {
   if (m_stage == Stage::SignInPause) {
-    TimeOfDay elapsed = now - *m_pauseStart;
-    if (elapsed < 0) elapsed += kDayLength;
-    if (elapsed >= kSignInPause) judgeSignIn(now);
-  } else if (waitsForReply() && m_replyTimer.expired(now)) {
+    if (now - *m_pauseStart >= kSignInPause) judgeSignIn(now);
+  } else if (waitsForReply() && m_replyTimer.expired(onDayAxis(now))) {
     timeOut(now);
   }
 }
@@ -185,7 +148,7 @@ void TransferEngine::advanceTime(TimeOfDay now) {
 // Takes from the input whatever the current stage can use. A wait for an acknowledgement or a
 // count takes everything that has arrived, as one read of the port does; the block reader takes
 // one byte at a time, so a block gives the same result however the port cuts it into pieces.
-void TransferEngine::pump(TimeOfDay now) {
+void TransferEngine::pump(SteadyTime now) {
   while (!m_input.empty()) {
     switch (m_stage) {
       case Stage::SignInReply:
@@ -209,7 +172,7 @@ void TransferEngine::pump(TimeOfDay now) {
       case Stage::BlockHead: {
         const char byte = takeByte();
         m_collected += byte;
-        m_replyTimer.start(now, m_settings.replyTimeout);
+        m_replyTimer.start(onDayAxis(now), m_settings.replyTimeout);
         if (byte == kEndOfBlock) {
           m_headLength = m_collected.size();
           m_stage = Stage::BlockTail;
@@ -238,29 +201,20 @@ std::string TransferEngine::takeAll() { return std::exchange(m_input, {}); }
 
 // ReadAcknowledge: one read answers one block, and its last character decides. Noise in front of
 // an ACK is therefore an ACK, and a NAK that follows an ACK in the same read is a NAK.
-int TransferEngine::takeAcknowledge() {
+TransferEngine::Acknowledge TransferEngine::takeAcknowledge() {
   const char byte = takeAll().back();
-  if (byte == kAck) {
-    emit(event(Kind::Reply, "[ACK]"));
-    return kAckCode;
-  }
-  if (byte == kNak) {
-    emit(event(Kind::Reply, "[nak]"));
-    return kNakCode;
-  }
-  emit(event(Kind::Reply, "[" + std::string(1, byte) + "]"));
-  return kOtherCode;
+  emit(engine_event::Reply{byte});
+  if (byte == kAck) return Acknowledge::Ack;
+  if (byte == kNak) return Acknowledge::Nak;
+  return Acknowledge::Other;
 }
 
-void TransferEngine::timeOut(TimeOfDay now) {
-  // The wait's own box carries no title of the window; the front end puts its application name.
-  TransferEvent box = event(Kind::Box);
-  box.box = Box{"", "Timeout"};
-  emit(std::move(box));
-  setTitle(kStatusNoResponse);
+void TransferEngine::timeOut(SteadyTime now) {
+  emit(engine_event::Failure{TransferFailure::WaitTimedOut});
+  setStatus(TransferStatus::NoResponse);
   switch (m_stage) {
     case Stage::SignInReply:
-      signInFailed(kSignInTimedOut);
+      signInFailed(TransferFailure::NotReady);
       return;
     case Stage::StartReply:
     case Stage::BlockReply:
@@ -269,17 +223,17 @@ void TransferEngine::timeOut(TimeOfDay now) {
       return;
     case Stage::StartRepeatReply:
       // The one repeat of the start identifier is followed by the blocks, whatever came back.
-      onStartReply(kNoReplyCode, now);
+      onStartReply(Acknowledge::None, now);
       return;
     case Stage::FinalReply:
-      onFinalReply(kNoReplyCode);
+      onFinalReply(Acknowledge::None);
       return;
     case Stage::CountReply:
       countDone(0, now);
       return;
     case Stage::BlockHead:
     case Stage::BlockTail:
-      setTitle(kStatusTimeout);
+      setStatus(TransferStatus::Timeout);
       setBusy(false);
       finish();
       return;
@@ -291,13 +245,13 @@ void TransferEngine::timeOut(TimeOfDay now) {
 
 // ---- Sign-in -----------------------------------------------------------------------------------
 
-void TransferEngine::writeProbe(TimeOfDay now) {
+void TransferEngine::writeProbe(SteadyTime now) {
   ++m_signInRound;
-  write(kProbe, kLogWrite);
+  write(kProbe);
   expect(Stage::SignInReply, now);
 }
 
-void TransferEngine::judgeSignIn(TimeOfDay now) {
+void TransferEngine::judgeSignIn(SteadyTime now) {
   std::string reply;
   reply.swap(m_input);
   m_pauseStart.reset();
@@ -310,61 +264,48 @@ void TransferEngine::judgeSignIn(TimeOfDay now) {
   } else if (m_signInRound < 2) {
     writeProbe(now);
   } else {
-    signInFailed(kSignInRefused);
+    signInFailed(TransferFailure::PortError);
   }
 }
 
-void TransferEngine::signInFailed(int status) {
-  switch (status) {
-    case kSignInTimedOut:
-      showBox(m_messages[kMsgNotReady]);
-      break;
-    case kSignInCancelled:
-      showBox(m_messages[kMsgAborted]);
-      break;
-    case kSignInInterfaceGone:
-      showBox(m_messages[kMsgInterfaceNotActive]);
-      break;
-    default:
-      showBox("Error " + m_portErrorText);
-      break;
-  }
-  setComment(kStatusNoConnection);
-  setTitle(kStatusNoConnection);
+void TransferEngine::signInFailed(TransferFailure failure) {
+  emit(engine_event::Failure{failure});
+  setState(WindowState::NoConnection);
+  setStatus(TransferStatus::NoConnection);
   finish();
 }
 
 // ---- Sending -----------------------------------------------------------------------------------
 
-void TransferEngine::beginSending(TimeOfDay now) {
-  setComment("Com open");
+void TransferEngine::beginSending(SteadyTime now) {
+  setState(WindowState::PortOpen);
   setBusy(true);
   m_input.clear();
-  setComment("Start identifier ...");
-  write(m_job.startIdentifier, kLogWrite);
+  setState(WindowState::StartIdentifier);
+  write(m_job.startIdentifier);
   expect(Stage::StartReply, now);
 }
 
-void TransferEngine::onStartReply(int code, TimeOfDay now) {
-  if (m_stage == Stage::StartRepeatReply || code == kAckCode) {
+void TransferEngine::onStartReply(Acknowledge reply, SteadyTime now) {
+  if (m_stage == Stage::StartRepeatReply || reply == Acknowledge::Ack) {
     // After the one repeat the blocks follow whatever the module answered.
     beginDataString(1, now);
-  } else if (code == kNakCode) {
-    setComment("Denied");
+  } else if (reply == Acknowledge::Nak) {
+    setState(WindowState::Denied);
     m_outcome.refused = true;
-    showBox("Option <" + m_job.contentLabel + m_messages[kMsgNotImplemented]);
+    emit(engine_event::Failure{TransferFailure::SendRefused});
     setBusy(false);
     finish();
   } else {
-    write(m_job.startIdentifier, kLogWrite);
+    write(m_job.startIdentifier);
     expect(Stage::StartRepeatReply, now);
   }
 }
 
-void TransferEngine::beginDataString(int which, TimeOfDay now) {
+void TransferEngine::beginDataString(int which, SteadyTime now) {
   const std::string& text = which == 1 ? m_job.sendText : m_job.sendText2;
   if (which == 1 && text.empty()) {
-    showBox(m_messages[kMsgNoData]);
+    emit(engine_event::Failure{TransferFailure::NoData});
     setBusy(false);
     finish();
     return;
@@ -374,7 +315,7 @@ void TransferEngine::beginDataString(int which, TimeOfDay now) {
     return;
   }
   m_dataString = which;
-  setComment("Sending data block by block...");
+  setState(WindowState::SendingBlocks);
   m_rest = text;
   m_dataLength = text.size();
   m_sent = 0;
@@ -382,7 +323,7 @@ void TransferEngine::beginDataString(int which, TimeOfDay now) {
   sendNextBlock(now);
 }
 
-void TransferEngine::sendNextBlock(TimeOfDay now) {
+void TransferEngine::sendNextBlock(SteadyTime now) {
   if (m_rest.empty()) {
     if (m_dataString == 1) {
       beginDataString(2, now);
@@ -394,30 +335,30 @@ void TransferEngine::sendNextBlock(TimeOfDay now) {
   const auto length = static_cast<std::size_t>(m_settings.blockLength);
   std::string data = m_rest.substr(0, length);
   m_rest.erase(0, length);
-  emit(event(Kind::Block, data, checksumDisplay(BlockChecksumValue(data))));
+  emit(engine_event::BlockSent{data, BlockChecksumValue(data)});
   m_block = data + BlockChecksum(data);
-  write(m_block, kLogWrite);
+  write(m_block);
   m_sent += length;
   setProgress(percent(m_sent, m_dataLength));
   expect(Stage::BlockReply, now);
 }
 
-void TransferEngine::onBlockReply(int code, TimeOfDay now) {
-  if (code == kAckCode) {
+void TransferEngine::onBlockReply(Acknowledge reply, SteadyTime now) {
+  if (reply == Acknowledge::Ack) {
     sendNextBlock(now);
     return;
   }
   // Failures count over the whole data string, not per block.
   if (++m_failures >= kMaxFailures) {
-    showBox(m_messages[kMsgFiveTrials], BoxIcon::Critical);
+    emit(engine_event::Failure{TransferFailure::FiveTrials});
     cancelSending();
     return;
   }
-  write(m_block, kLogWrite);
+  write(m_block);
   expect(Stage::BlockReply, now);
 }
 
-void TransferEngine::afterDataStrings(TimeOfDay now) {
+void TransferEngine::afterDataStrings(SteadyTime now) {
   if (m_settings.blockLength == kConfirmedBlockLength) {
     expect(Stage::FinalReply, now);
   } else {
@@ -425,46 +366,46 @@ void TransferEngine::afterDataStrings(TimeOfDay now) {
   }
 }
 
-void TransferEngine::onFinalReply(int code) {
-  if (code != kAckCode) {
-    showBox(m_messages[kMsgNoFinalConfirmation], BoxIcon::Exclamation);
+void TransferEngine::onFinalReply(Acknowledge reply) {
+  if (reply != Acknowledge::Ack) {
+    emit(engine_event::Failure{TransferFailure::NoFinalConfirmation});
     // Every block was acknowledged, so a missing confirmation does not make the transfer fail.
-    setTitle(m_job.title);
+    setStatus(TransferStatus::Active);
   }
   finishSending();
 }
 
 void TransferEngine::finishSending() {
-  emit(event(Kind::StatusText, m_messages[kMsgDownloadDone]));
-  setComment("done");
+  emit(engine_event::Completed{});
+  setState(WindowState::Done);
   setBusy(false);
   finish();
 }
 
 // Five failed attempts end the send as a cancelled one: the caller must not report success.
 void TransferEngine::cancelSending() {
-  setTitle(kStatusCancel);
+  setStatus(TransferStatus::Cancel);
   stopSending();
 }
 
 void TransferEngine::stopSending() {
   m_cancelled = true;
-  setComment(kStatusCancel);
+  setState(WindowState::Cancel);
   setBusy(false);
   finish();
 }
 
 // ---- Reading -----------------------------------------------------------------------------------
 
-void TransferEngine::beginReading(TimeOfDay now) {
-  setComment(" Reading Data ...");
+void TransferEngine::beginReading(SteadyTime now) {
+  setState(WindowState::ReadingData);
   setBusy(true);
-  write(std::string(1, upperLetter(m_job.requestLetter)), kLogWrite);
+  write(std::string(1, upperLetter(m_job.requestLetter)));
   m_collected.clear();
   expect(Stage::CountReply, now);
 }
 
-void TransferEngine::onCountReply(const std::string& piece, TimeOfDay now) {
+void TransferEngine::onCountReply(const std::string& piece, SteadyTime now) {
   m_collected += piece;
   if (m_collected.find(kNak) != std::string::npos) {
     countDone(0, now);
@@ -476,48 +417,47 @@ void TransferEngine::onCountReply(const std::string& piece, TimeOfDay now) {
     return;
   }
   // Each piece ends one wait; the next wait for the rest starts now.
-  m_replyTimer.start(now, m_settings.replyTimeout);
+  m_replyTimer.start(onDayAxis(now), m_settings.replyTimeout);
 }
 
-void TransferEngine::countDone(unsigned count, TimeOfDay now) {
-  write(std::string(1, kAck), kLogWrite);
+void TransferEngine::countDone(unsigned count, SteadyTime now) {
+  write(std::string(1, kAck));
   if (count == 0) {
-    setComment("Denied");
+    setState(WindowState::Denied);
     m_outcome.refused = true;
-    // This text is German in every language.
-    showBox("Option <" + m_job.contentLabel + "> ist nicht implementiert");
+    emit(engine_event::Failure{TransferFailure::RequestRefused});
     setBusy(false);
     finish();
     return;
   }
   m_count = count;
-  emit(valueEvent(Kind::Count, static_cast<int>(count)));
+  emit(engine_event::Count{count});
   beginBlock(now);
 }
 
-void TransferEngine::beginBlock(TimeOfDay now) {
-  setComment("Reading data block by block...");
+void TransferEngine::beginBlock(SteadyTime now) {
+  setState(WindowState::ReadingBlocks);
   m_collected.clear();
   m_headLength = 0;
   expect(Stage::BlockHead, now);
 }
 
-void TransferEngine::finishBlock(TimeOfDay now) {
-  emit(event(Kind::Log, m_collected, kLogBlock));
+void TransferEngine::finishBlock(SteadyTime now) {
+  emit(engine_event::Traffic{TrafficKind::Block, m_collected});
   const std::string data = m_collected.substr(0, m_collected.size() - 2);
   const std::string sum = m_collected.substr(m_collected.size() - 2);
-  emit(event(Kind::BlockRead, data, sum));
+  emit(engine_event::BlockRead{data, sum});
   // The digits are compared as text: lower-case digits count as wrong.
   if (BlockChecksum(data) == sum) {
-    write(std::string(1, kAck), kLogBlockAnswer);
+    write(std::string(1, kAck), TrafficKind::BlockAnswer);
     deliverBlock(data, now);
   } else {
-    write(std::string(1, kNak), kLogBlockAnswer);
+    write(std::string(1, kNak), TrafficKind::BlockAnswer);
     beginBlock(now);
   }
 }
 
-void TransferEngine::deliverBlock(const std::string& data, TimeOfDay now) {
+void TransferEngine::deliverBlock(const std::string& data, SteadyTime now) {
   auto& boxes = m_outcome.received;
   if (boxes[static_cast<std::size_t>(m_box)].size() >= kReceiveBoxCapacity &&
       m_box + 1 < kReceiveBoxes) {
@@ -527,15 +467,15 @@ void TransferEngine::deliverBlock(const std::string& data, TimeOfDay now) {
   // There is no box after the fifth: what does not fit is not kept.
   if (box.size() < kReceiveBoxCapacity) {
     box += data;
-    emit(event(Kind::Received, data, {}, m_box));
+    emit(engine_event::Received{m_box, data});
     m_received += data.size();
     if (!data.empty() && data.back() == kEndOfBlock) m_outcome.blockEnds.push_back(m_received - 1);
   }
   setProgress(percent(m_received, m_count));
   if (m_received >= m_count) {
     setBusy(false);
-    emit(event(Kind::StatusText, m_messages[kMsgDownloadDone]));
-    setComment("done");
+    emit(engine_event::Completed{});
+    setState(WindowState::Done);
     finish();
     return;
   }
@@ -544,50 +484,44 @@ void TransferEngine::deliverBlock(const std::string& data, TimeOfDay now) {
 
 // ---- Events ------------------------------------------------------------------------------------
 
-void TransferEngine::write(const std::string& bytes, const char* logPrefix) {
+void TransferEngine::write(const std::string& bytes, TrafficKind kind) {
   if (bytes.empty()) return;
   m_outgoing += bytes;
-  emit(event(Kind::Log, bytes, logPrefix));
+  emit(engine_event::Traffic{kind, bytes});
 }
 
 void TransferEngine::logRead(const std::string& bytes) {
-  if (!bytes.empty()) emit(event(Kind::Log, bytes, kLogRead));
+  if (!bytes.empty()) emit(engine_event::Traffic{TrafficKind::Read, bytes});
 }
 
-void TransferEngine::setComment(const std::string& text) {
-  if (text == m_comment) return;
-  m_comment = text;
-  emit(event(Kind::Comment, text));
+void TransferEngine::setState(WindowState state) {
+  if (m_state == state) return;
+  m_state = state;
+  emit(engine_event::StateChanged{state});
 }
 
-void TransferEngine::setTitle(const std::string& text) {
-  if (text == m_outcome.title) return;
-  m_outcome.title = text;
-  emit(event(Kind::Title, text));
+void TransferEngine::setStatus(TransferStatus status) {
+  if (status == m_outcome.status) return;
+  m_outcome.status = status;
+  emit(engine_event::StatusChanged{status});
 }
 
 void TransferEngine::setProgress(int value) {
   if (value == m_progress) return;
   m_progress = value;
-  emit(valueEvent(Kind::Progress, value));
+  emit(engine_event::Progress{value});
 }
 
 void TransferEngine::setBusy(bool busy) {
   if (busy == m_busy) return;
   m_busy = busy;
-  emit(valueEvent(Kind::Busy, busy ? 1 : 0));
-}
-
-void TransferEngine::showBox(std::string text, BoxIcon icon) {
-  TransferEvent box = event(Kind::Box);
-  box.box = Box{kTerminalTitle, std::move(text), icon};
-  emit(std::move(box));
+  emit(engine_event::Busy{busy});
 }
 
 void TransferEngine::finish() {
   m_stage = Stage::Finished;
   m_pauseStart.reset();
-  emit(event(Kind::Finished));
+  emit(engine_event::Finished{});
 }
 
 }  // namespace quillon

@@ -1,18 +1,19 @@
 #pragma once
 // The transfer window's exchange with the module as a state machine. It does no I/O and reads no
-// clock: every entry point takes the time of day, and the driver
-//   - opens the port, then calls start(now);
+// clock: every entry point takes the time of a steady clock, and the driver
+//   - opens the port, then calls start(now, timeOfDay) with the one reading of the time of day
+//     that places the whole seconds and the midnights of the reply time-out;
 //   - hands every received piece to onBytes(bytes, now) as it arrives (pieces may split or merge
 //     replies in any way: the engine parses from its own buffer);
-//   - after every call writes takeOutgoing() to the port, shows takeEvents() in order (boxes
-//     modally) and re-arms one single-shot timer from deadline(), calling onDeadline(now) when it
-//     fires (a deadline at or before now means "at once"; no deadline means "wait for bytes");
+//   - after every call writes takeOutgoing() to the port, hands takeEvents() in order to the
+//     presenter (which words them and raises the boxes, modally) and re-arms one single-shot timer
+//     from deadline(), calling onDeadline(now) when it fires (a deadline at or before now means "at
+//     once"; no deadline means "wait for bytes");
 //   - calls cancel(now) for the Cancel button and onLinkLost(now) when the port reports that the
 //     link is gone;
 //   - closes the port once finished() is true and reads outcome().
 //
-// Deadlines are on the axis of the last `now` given and may lie past midnight (86'400'000); a
-// driver computes its timer interval as deadline - now with that same `now`.
+// Deadlines are on the steady clock; a driver computes its timer interval as deadline - now.
 
 #include <cstddef>
 #include <optional>
@@ -20,9 +21,9 @@
 #include <string_view>
 #include <vector>
 
+#include "link/engine_events.h"
 #include "link/reply_timer.h"
 #include "link/transfer.h"
-#include "link/transfer_messages.h"
 
 namespace quillon {
 
@@ -30,25 +31,23 @@ class TransferEngine {
  public:
   TransferEngine(TransferJob job, EngineSettings settings);
 
-  // The window has opened with the port open: "Sign in ..." and the first "??".
-  void start(TimeOfDay now);
-  void onBytes(std::string_view bytes, TimeOfDay now);
-  void onDeadline(TimeOfDay now);
+  // The window has opened with the port open: "Sign in ..." and the first "??". `timeOfDay` is
+  // the time of day at `now`; without it the steady clock counts from a midnight.
+  void start(SteadyTime now, TimeOfDay timeOfDay);
+  void start(SteadyTime now) { start(now, now % kDayLength); }
+  void onBytes(std::string_view bytes, SteadyTime now);
+  void onDeadline(SteadyTime now);
   // cmdAbbruch: the cancel flag and the status text "Cancel"; the transfer ends at once.
-  void cancel(TimeOfDay now);
+  void cancel(SteadyTime now);
   // The port reported a read, write or resource error: the current wait ends at once as if it
   // had timed out (during sign-in the box says that the interface is not active).
-  void onLinkLost(TimeOfDay now);
-  // The port layer's current error text, for the sign-in's "Error " box.
-  void setPortErrorText(std::string text) { m_portErrorText = std::move(text); }
+  void onLinkLost(SteadyTime now);
 
-  [[nodiscard]] std::optional<TimeOfDay> deadline() const;
+  [[nodiscard]] std::optional<SteadyTime> deadline() const;
   [[nodiscard]] std::string takeOutgoing();
-  [[nodiscard]] std::vector<TransferEvent> takeEvents();
+  [[nodiscard]] std::vector<EngineEvent> takeEvents();
   [[nodiscard]] bool finished() const { return m_stage == Stage::Finished; }
   [[nodiscard]] const TransferOutcome& outcome() const { return m_outcome; }
-  // Kommentar, the window's state text.
-  [[nodiscard]] const std::string& comment() const { return m_comment; }
   // The window's cancel flag: set by Cancel and by a send that could not go on.
   [[nodiscard]] bool cancelled() const { return m_cancelled; }
 
@@ -67,65 +66,69 @@ class TransferEngine {
     Finished,
   };
 
+  // ReadAcknowledge: how the last character of one read answers.
+  enum class Acknowledge { Ack, None, Other, Nak };
+
   // A stage that waits for the module under the reply time-out.
   [[nodiscard]] bool waitsForReply() const;
-  void pump(TimeOfDay now);
-  void advanceTime(TimeOfDay now);
-  void timeOut(TimeOfDay now);
-  void expect(Stage stage, TimeOfDay now);
+  void pump(SteadyTime now);
+  void advanceTime(SteadyTime now);
+  void timeOut(SteadyTime now);
+  void expect(Stage stage, SteadyTime now);
   [[nodiscard]] char takeByte();
   [[nodiscard]] std::string takeAll();
-  [[nodiscard]] int takeAcknowledge();
+  [[nodiscard]] Acknowledge takeAcknowledge();
 
   // Sign-in.
-  void writeProbe(TimeOfDay now);
-  void judgeSignIn(TimeOfDay now);
-  void signInFailed(int status);
+  void writeProbe(SteadyTime now);
+  void judgeSignIn(SteadyTime now);
+  void signInFailed(TransferFailure failure);
   // Sending.
-  void beginSending(TimeOfDay now);
-  void onStartReply(int code, TimeOfDay now);
-  void beginDataString(int which, TimeOfDay now);
-  void sendNextBlock(TimeOfDay now);
-  void onBlockReply(int code, TimeOfDay now);
-  void afterDataStrings(TimeOfDay now);
-  void onFinalReply(int code);
+  void beginSending(SteadyTime now);
+  void onStartReply(Acknowledge reply, SteadyTime now);
+  void beginDataString(int which, SteadyTime now);
+  void sendNextBlock(SteadyTime now);
+  void onBlockReply(Acknowledge reply, SteadyTime now);
+  void afterDataStrings(SteadyTime now);
+  void onFinalReply(Acknowledge reply);
   void finishSending();
   void cancelSending();
   void stopSending();
   // Reading.
-  void beginReading(TimeOfDay now);
-  void onCountReply(const std::string& piece, TimeOfDay now);
-  void countDone(unsigned count, TimeOfDay now);
-  void beginBlock(TimeOfDay now);
-  void finishBlock(TimeOfDay now);
-  void deliverBlock(const std::string& data, TimeOfDay now);
+  void beginReading(SteadyTime now);
+  void onCountReply(const std::string& piece, SteadyTime now);
+  void countDone(unsigned count, SteadyTime now);
+  void beginBlock(SteadyTime now);
+  void finishBlock(SteadyTime now);
+  void deliverBlock(const std::string& data, SteadyTime now);
 
-  void write(const std::string& bytes, const char* logPrefix);
+  void write(const std::string& bytes, TrafficKind kind = TrafficKind::Write);
   void logRead(const std::string& bytes);
-  void setComment(const std::string& text);
-  void setTitle(const std::string& text);
+  void setState(WindowState state);
+  void setStatus(TransferStatus status);
   void setProgress(int value);
   void setBusy(bool busy);
-  void showBox(std::string text, BoxIcon icon = BoxIcon::None);
-  void emit(TransferEvent event) { m_events.push_back(std::move(event)); }
+  void emit(EngineEvent event) { m_events.push_back(std::move(event)); }
   void finish();
 
   TransferJob m_job;
   EngineSettings m_settings;
-  TransferMessages m_messages;
-  std::string m_portErrorText;
 
   Stage m_stage = Stage::Idle;
   ReplyTimer m_replyTimer;
-  std::optional<TimeOfDay> m_pauseStart;
+  // The day axis of the reply timer: the steady clock plus this.
+  [[nodiscard]] DayTime onDayAxis(SteadyTime now) const { return now + m_dayOffset; }
+
+  std::optional<SteadyTime> m_pauseStart;
+  DayTime m_dayOffset = 0;
   bool m_cancelled = false;
   bool m_busy = false;
   int m_progress = -1;
-  std::string m_comment;
+  std::optional<WindowState> m_state;
 
   std::string m_input;     // received, not yet taken by the protocol
   std::string m_outgoing;  // to be written
-  std::vector<TransferEvent> m_events;
+  std::vector<EngineEvent> m_events;
 
   int m_signInRound = 0;
   // Sending.

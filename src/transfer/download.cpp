@@ -23,51 +23,49 @@ void finishDownload(TransferContext& context, int result) {
 }
 
 // Builds the image of `kind` and, unless the build refused it, shows `statusAfterBuild` (when
-// not empty), sends the image and reports the result. Returns false when nothing was sent.
-bool buildAndSend(TransferContext& context, char kind, const char* label,
-                  const std::string& statusAfterBuild, int& result) {
+// not empty), sends the image and reports the result. Nothing is sent when the build refuses.
+Task<> buildAndSend(TransferContext& context, char kind, const char* label,
+                    std::string statusAfterBuild, int& result) {
   ImageEnv env = context.imageEnv();
   const int reported = static_cast<int>(NumericValue(context.link.session.identity.phoneCount));
   const DownloadImage built =
       buildDownloadImage(kind, context.project, env.texts, env.limits, reported);
   showImageNotes(built.notes, env.dialog, env.status);
-  if (built.refused) return false;
+  if (built.refused) co_return;
   if (!statusAfterBuild.empty()) context.setTransferStatus(statusAfterBuild);
   TransferOutcome outcome;
-  result = SignIn(context.link, downloadJob(kind, label, built.image, context.identifierDigits),
-                  outcome);
+  result = co_await SignIn(
+      context.link, downloadJob(kind, label, built.image, context.identifierDigits), outcome);
   finishDownload(context, result);
-  return true;
 }
 
 }  // namespace
 
-void WriteP(TransferContext& context, int& result) {
-  (void)buildAndSend(context, kKindConfiguration, kLabelConfiguration, kDownloadingPin, result);
+Task<> WriteP(TransferContext& context, int& result) {
+  co_await buildAndSend(context, kKindConfiguration, kLabelConfiguration, kDownloadingPin, result);
 }
 
-void DownloadMessages(TransferContext& context, int& result) {
+Task<> DownloadMessages(TransferContext& context, int& result) {
   context.setTransferStatus(context.texts[slot::kDownloadMessagesStatus]);
-  if (buildAndSend(context, kKindMessages, kLabelMessages, {}, result)) context.processEvents();
+  co_await buildAndSend(context, kKindMessages, kLabelMessages, {}, result);
 }
 
-void WriteT(TransferContext& context, int& result) {
-  (void)buildAndSend(context, kKindPhoneNumbers, kLabelPhoneNumbers,
-                     context.texts[slot::kDownloadPhonesStatus], result);
-  context.processEvents();
+Task<> WriteT(TransferContext& context, int& result) {
+  co_await buildAndSend(context, kKindPhoneNumbers, kLabelPhoneNumbers,
+                        context.texts[slot::kDownloadPhonesStatus], result);
 }
 
-void WriteEasy800(TransferContext& context, int& result) {
+Task<> WriteEasy800(TransferContext& context, int& result) {
   context.setTransferStatus(kDownloading);
-  (void)buildAndSend(context, kKindControllerData, kLabelControllerData, {}, result);
+  co_await buildAndSend(context, kKindControllerData, kLabelControllerData, {}, result);
 }
 
-void DownloadAll(TransferContext& context, int& result) {
+Task<> DownloadAll(TransferContext& context, int& result) {
   // A refused build leaves the result at 0, so the later steps still run.
-  DownloadMessages(context, result);
-  if (result < 1) WriteT(context, result);
-  if (result < 1) WriteP(context, result);
-  if (result < 1) WriteEasy800(context, result);
+  co_await DownloadMessages(context, result);
+  if (result < 1) co_await WriteT(context, result);
+  if (result < 1) co_await WriteP(context, result);
+  if (result < 1) co_await WriteEasy800(context, result);
 }
 
 }  // namespace quillon

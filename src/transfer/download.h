@@ -1,22 +1,23 @@
 #pragma once
 // Downloads: each builds its image, hands it to the transfer window through SignIn and reports
 // the outcome in status-bar panel 2. `result` receives the SignIn result (0..7); a procedure
-// that stops before the transfer leaves it as the caller set it.
+// that stops before the transfer leaves it as the caller set it. Each is a coroutine: it returns at
+// its first transfer and goes on when that has ended, so `context` and `result` must outlive it.
 
 #include "transfer/transfer_context.h"
 
 namespace quillon {
 
 // Configuration (PIN). A refused PIN shows the "Settings" box and sends nothing.
-void WriteP(TransferContext& context, int& result);
+Task<> WriteP(TransferContext& context, int& result);
 // Messages, acknowledgement request and filter texts; nothing is sent when the text memory
 // refuses the image.
-void DownloadMessages(TransferContext& context, int& result);
+Task<> DownloadMessages(TransferContext& context, int& result);
 // SMS-centre number and phone numbers (normalised and written back into the project).
-void WriteT(TransferContext& context, int& result);
+Task<> WriteT(TransferContext& context, int& result);
 // The flag table.
-void WriteEasy800(TransferContext& context, int& result);
+Task<> WriteEasy800(TransferContext& context, int& result);
 // Messages, phone numbers, configuration, flag table; each step only while the result is 0.
-void DownloadAll(TransferContext& context, int& result);
+Task<> DownloadAll(TransferContext& context, int& result);
 
 }  // namespace quillon

@@ -8,7 +8,7 @@ namespace quillon {
 TransferJob downloadJob(char kind, std::string contentLabel, const std::string& image,
                         int identifierDigits) {
   TransferJob job;
-  job.title = kDownloadActive;
+  job.direction = TransferDirection::Download;
   job.contentLabel = std::move(contentLabel);
   SendTexts parts = splitSendText(image);
   job.sendText = std::move(parts.first);
@@ -20,7 +20,7 @@ TransferJob downloadJob(char kind, std::string contentLabel, const std::string& 
 
 TransferJob uploadJob(char request, std::string contentLabel) {
   TransferJob job;
-  job.title = kUploadActive;
+  job.direction = TransferDirection::Upload;
   job.contentLabel = std::move(contentLabel);
   job.requestLetter = request;
   return job;

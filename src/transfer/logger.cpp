@@ -30,13 +30,13 @@ std::string loggerLines(std::string_view received) {
   return lines;
 }
 
-void ReadLogger(TransferContext& context, std::string& monitor, int& result) {
+Task<> ReadLogger(TransferContext& context, std::string& monitor, int& result) {
   TransferOutcome outcome;
-  result = SignIn(context.link, uploadJob(kRequestLogger, kLabelLogger), outcome);
+  result = co_await SignIn(context.link, uploadJob(kRequestLogger, kLabelLogger), outcome);
   const Box fragments{kOptionModuleTitle, kFragmentsGerman, BoxIcon::Critical, BoxButtons::YesNo,
                       BoxAnswer::No};
   // This dialog speaks German in every language.
-  if (!acceptUploadResult(context, result, kNoConnectionGerman, fragments)) return;
+  if (!acceptUploadResult(context, result, kNoConnectionGerman, fragments)) co_return;
   // End marks frame the module's blocks; they are not characters of the logger text.
   std::string received = receivedDataText(outcome);
   if (!received.empty() && received.back() == kEndOfBlock) received.pop_back();

@@ -15,7 +15,7 @@ inline constexpr const char* kLoggerSaveTitle = "Monitordaten speichern";
 // Reads the logger. On result 0, or on a failed read whose fragments the user wants, `monitor`
 // is replaced by the received lines; otherwise it keeps its text. The boxes of this read-out are
 // German in every language.
-void ReadLogger(TransferContext& context, std::string& monitor, int& result);
+Task<> ReadLogger(TransferContext& context, std::string& monitor, int& result);
 
 // The received text with a line feed after every carriage return.
 [[nodiscard]] std::string loggerLines(std::string_view received);

@@ -17,8 +17,6 @@ struct TransferHooks {
   std::function<void()> showIdentification;
   // The save prompt before reading was answered Yes: run "Save as".
   std::function<void()> saveProjectAs;
-  // Let pending window events run once so the status bar repaints between steps.
-  std::function<void()> processEvents;
 };
 
 struct TransferContext {
@@ -36,9 +34,6 @@ struct TransferContext {
   }
   void showIdentification() {
     if (hooks.showIdentification) hooks.showIdentification();
-  }
-  void processEvents() {
-    if (hooks.processEvents) hooks.processEvents();
   }
 };
 

@@ -22,17 +22,18 @@ Box languageFragmentsQuestion(const TransferContext& context, std::string title)
                                                  context.texts[slot::kDataFragmentsQuestion]);
 }
 
-int readKind(TransferContext& context, char request, const char* label, TransferOutcome& outcome) {
-  return SignIn(context.link, uploadJob(request, label), outcome);
+Task<int> readKind(TransferContext& context, char request, const char* label,
+                   TransferOutcome& outcome) {
+  co_return co_await SignIn(context.link, uploadJob(request, label), outcome);
 }
 
-void messagesBody(TransferContext& context, int& result) {
+Task<> messagesBody(TransferContext& context, int& result) {
   context.setTransferStatus(context.texts[slot::kReadMessagesStatus]);
   TransferOutcome outcome;
-  result = readKind(context, kRequestMessages, kLabelMessages, outcome);
+  result = co_await readKind(context, kRequestMessages, kLabelMessages, outcome);
   if (!acceptUploadResult(context, result, context.texts[slot::kNoConnection],
                           languageFragmentsQuestion(context, kMainTitle)))
-    return;
+    co_return;
   ImageEnv env = context.imageEnv();
   const MessagesParse parsed = parseMessages(receivedData(outcome), context.project, env);
   if (result != kResultOk) {
@@ -44,24 +45,24 @@ void messagesBody(TransferContext& context, int& result) {
   }
 }
 
-void phonesBody(TransferContext& context, int& result) {
+Task<> phonesBody(TransferContext& context, int& result) {
   context.setTransferStatus(context.texts[slot::kReadPhonesStatus]);
   TransferOutcome outcome;
-  result = readKind(context, kRequestPhoneNumbers, kLabelPhoneNumbers, outcome);
+  result = co_await readKind(context, kRequestPhoneNumbers, kLabelPhoneNumbers, outcome);
   if (!acceptUploadResult(context, result, context.texts[slot::kNoConnection],
                           languageFragmentsQuestion(context, kMainTitle)))
-    return;
+    co_return;
   ImageEnv env = context.imageEnv();
   parsePhoneNumbers(receivedDataText(outcome), context.project, env);
 }
 
-void configurationBody(TransferContext& context, int& result) {
+Task<> configurationBody(TransferContext& context, int& result) {
   context.setTransferStatus(context.texts[slot::kReadingAddressPin]);
   TransferOutcome outcome;
-  result = readKind(context, kRequestConfiguration, kLabelConfiguration, outcome);
+  result = co_await readKind(context, kRequestConfiguration, kLabelConfiguration, outcome);
   if (!acceptUploadResult(context, result, context.texts[slot::kNoConnection],
                           fragmentsQuestion(kOptionModuleTitle, kConfigurationFragments))) {
-    return;
+    co_return;
   }
   ImageEnv env = context.imageEnv();
   parseConfiguration(receivedDataText(outcome), context.project, env);
@@ -69,12 +70,12 @@ void configurationBody(TransferContext& context, int& result) {
   context.setTransferStatus(context.texts[slot::kSlInSlOutExplanation]);
 }
 
-void controllerDataBody(TransferContext& context, int& result) {
+Task<> controllerDataBody(TransferContext& context, int& result) {
   TransferOutcome outcome;
-  result = readKind(context, kRequestControllerData, kLabelControllerData, outcome);
+  result = co_await readKind(context, kRequestControllerData, kLabelControllerData, outcome);
   if (!acceptUploadResult(context, result, context.texts[slot::kNoConnection],
                           languageFragmentsQuestion(context, kOptionModuleTitle))) {
-    return;
+    co_return;
   }
   ImageEnv env = context.imageEnv();
   parseControllerData(receivedDataText(outcome), context.project.flags, env);
@@ -117,32 +118,32 @@ bool acceptUploadResult(TransferContext& context, int result, const std::string&
   }
 }
 
-void UploadMessages(TransferContext& context, int& result) {
+Task<> UploadMessages(TransferContext& context, int& result) {
   askSaveBeforeReading(context);
-  messagesBody(context, result);
+  co_await messagesBody(context, result);
 }
 
-void UploadPhoneNumbers(TransferContext& context, int& result) {
+Task<> UploadPhoneNumbers(TransferContext& context, int& result) {
   askSaveBeforeReading(context);
-  phonesBody(context, result);
+  co_await phonesBody(context, result);
 }
 
-void ReadP(TransferContext& context, int& result) {
+Task<> ReadP(TransferContext& context, int& result) {
   askSaveBeforeReading(context);
-  configurationBody(context, result);
+  co_await configurationBody(context, result);
 }
 
-void ReadEasy800(TransferContext& context, int& result) {
+Task<> ReadEasy800(TransferContext& context, int& result) {
   askSaveBeforeReading(context);
-  controllerDataBody(context, result);
+  co_await controllerDataBody(context, result);
 }
 
-void ReadAll(TransferContext& context, int& result) {
+Task<> ReadAll(TransferContext& context, int& result) {
   askSaveBeforeReading(context);
-  messagesBody(context, result);
-  if (result == kResultOk) phonesBody(context, result);
-  if (result == kResultOk) configurationBody(context, result);
-  if (result == kResultOk) controllerDataBody(context, result);
+  co_await messagesBody(context, result);
+  if (result == kResultOk) co_await phonesBody(context, result);
+  if (result == kResultOk) co_await configurationBody(context, result);
+  if (result == kResultOk) co_await controllerDataBody(context, result);
 }
 
 }  // namespace quillon

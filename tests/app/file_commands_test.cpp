@@ -19,9 +19,7 @@ class FileCommandsTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void saveAsReplaceQuestion_data();
   void saveAsReplaceQuestion();
-  void openAsksToSaveFirst_data();
   void openAsksToSaveFirst();
   void saveWritesTheFileAndNewKeepsItsName();
   void missingRecentFileIsRemoved();
@@ -54,93 +52,75 @@ const QByteArray kSavedStart = "MCHallo;Halle 1\r\nM@;\r\n";
 
 }  // namespace
 
-void FileCommandsTest::saveAsReplaceQuestion_data() {
-  QTest::addColumn<BoxAnswer>("answer");
-  QTest::addColumn<bool>("savedOverOld");
-  QTest::addColumn<int>("dialogsShown");
-
-  QTest::newRow("yesReplaces") << BoxAnswer::Yes << true << 1;
-  QTest::newRow("noChoosesAgain") << BoxAnswer::No << false << 2;
-  QTest::newRow("cancelStillSavesOver") << BoxAnswer::Cancel << true << 1;
-}
-
 void FileCommandsTest::saveAsReplaceQuestion() {
-  QFETCH(BoxAnswer, answer);
-  QFETCH(bool, savedOverOld);
-  QFETCH(int, dialogsShown);
+  // Yes replaces, No chooses again, Cancel still saves over the file.
+  for (const auto [answer, savedOverOld] :
+       {std::pair{BoxAnswer::Yes, true}, {BoxAnswer::No, false}, {BoxAnswer::Cancel, true}}) {
+    Harness h;
+    const QString old = h.path("old.EAY");
+    const QString other = h.path("other.EAY");
+    writeFile(old, "old content\r\n");
+    namespace fs = std::filesystem;
+    fs::permissions(old.toStdString(), fs::perms(0600));
+    fillMessageOne(h.project());
+    h.files.paths = {old, other};
+    h.dialog.answer(answer);
 
-  Harness h;
-  const QString old = h.path("old.EAY");
-  const QString other = h.path("other.EAY");
-  writeFile(old, "old content\r\n");
-  namespace fs = std::filesystem;
-  fs::permissions(old.toStdString(), fs::perms(0600));
-  fillMessageOne(h.project());
-  h.files.paths = {old, other};
-  h.dialog.answer(answer);
+    h.activate("MenuFileSaveAs");
 
-  h.activate("MenuFileSaveAs");
-
-  const quillon::Box expected{"Kestrix", "Replace existing file? - " + old.toStdString() + "?",
-                              quillon::BoxIcon::Question, quillon::BoxButtons::YesNoCancel,
-                              BoxAnswer::Yes};
-  QCOMPARE(h.dialog.boxes, std::vector<quillon::Box>{expected});
-  QCOMPARE(h.files.titles, QStringList(dialogsShown, "Save message file"));
-  QCOMPARE(h.files.filters.front(), QString("Message files (*.EAY)"));
-  const QString target = savedOverOld ? old : other;
-  QVERIFY(readFile(target).startsWith(kSavedStart));
-  // The file that held the PIN stays private, and what it held is not lost.
-  QCOMPARE(fs::status(old.toStdString()).permissions(), fs::perms(0600));
-  const QStringList kept = QDir(h.path(".quillon-history")).entryList(QDir::Files);
-  QCOMPARE(kept.size(), savedOverOld ? 1 : 0);
-  if (savedOverOld) {
-    QCOMPARE(readFile(h.path(".quillon-history/" + kept.front())), QByteArray("old content\r\n"));
-  } else {
-    QCOMPARE(readFile(old), QByteArray("old content\r\n"));
+    const quillon::Box expected{"Kestrix", "Replace existing file? - " + old.toStdString() + "?",
+                                quillon::BoxIcon::Question, quillon::BoxButtons::YesNoCancel,
+                                BoxAnswer::Yes};
+    QCOMPARE(h.dialog.boxes, std::vector<quillon::Box>{expected});
+    QCOMPARE(h.files.titles, QStringList(savedOverOld ? 1 : 2, "Save message file"));
+    QCOMPARE(h.files.filters.front(), QString("Message files (*.EAY)"));
+    const QString target = savedOverOld ? old : other;
+    QVERIFY(readFile(target).startsWith(kSavedStart));
+    // The file that held the PIN stays private, and what it held is not lost.
+    QCOMPARE(fs::status(old.toStdString()).permissions(), fs::perms(0600));
+    const QStringList kept = QDir(h.path(".quillon-history")).entryList(QDir::Files);
+    QCOMPARE(kept.size(), savedOverOld ? 1 : 0);
+    if (savedOverOld) {
+      QCOMPARE(readFile(h.path(".quillon-history/" + kept.front())), QByteArray("old content\r\n"));
+    } else {
+      QCOMPARE(readFile(old), QByteArray("old content\r\n"));
+    }
+    QCOMPARE(h.window->state().currentFile, target);
+    QCOMPARE(h.settings.value("Settings/Recent1").toString(), target);
+    QVERIFY(!h.project().changed);
   }
-  QCOMPARE(h.window->state().currentFile, target);
-  QCOMPARE(h.settings.value("Settings/Recent1").toString(), target);
-  QVERIFY(!h.project().changed);
-}
-
-void FileCommandsTest::openAsksToSaveFirst_data() {
-  QTest::addColumn<BoxAnswer>("answer");
-  QTest::addColumn<QStringList>("pickedPaths");  // "" cancels that dialog; "A" is the file
-  QTest::addColumn<QStringList>("dialogTitles");
-
-  QTest::newRow("noDropsTheChanges")
-      << BoxAnswer::No << QStringList{"A"} << QStringList{"Open message file"};
-  QTest::newRow("yesThenCancelledSaveDialogStillOpens")
-      << BoxAnswer::Yes << QStringList{"", "A"}
-      << QStringList{"Save message file", "Open message file"};
 }
 
 void FileCommandsTest::openAsksToSaveFirst() {
-  QFETCH(BoxAnswer, answer);
-  QFETCH(QStringList, pickedPaths);
-  QFETCH(QStringList, dialogTitles);
+  // No drops the changes; Yes, then a cancelled save dialog, still opens. "" cancels a dialog,
+  // "A" is the file.
+  const std::tuple<BoxAnswer, QStringList, QStringList> rows[] = {
+      {BoxAnswer::No, {"A"}, {"Open message file"}},
+      {BoxAnswer::Yes, {"", "A"}, {"Save message file", "Open message file"}},
+  };
+  for (const auto& [answer, pickedPaths, dialogTitles] : rows) {
+    Harness h;
+    const QString file = h.path("A.EAY");
+    writeFile(file, "MAErste Meldung;Kommentar\r\nL1;;04D2;Station Nord\r\n");
+    quillon::Project& project = h.project();
+    project.messages.setCell(7, 4, "ungespeichert");
+    project.changed = true;
+    for (const QString& p : pickedPaths) h.files.paths.push_back(p == "A" ? file : p);
+    h.dialog.answer(answer);
 
-  Harness h;
-  const QString file = h.path("A.EAY");
-  writeFile(file, "MAErste Meldung;Kommentar\r\nL1;;04D2;Station Nord\r\n");
-  quillon::Project& project = h.project();
-  project.messages.setCell(7, 4, "ungespeichert");
-  project.changed = true;
-  for (const QString& p : pickedPaths) h.files.paths.push_back(p == "A" ? file : p);
-  h.dialog.answer(answer);
+    h.activate("tbOpen");
 
-  h.activate("tbOpen");
-
-  const quillon::Box saveFirst{"Kestrix", "Data changed. Save?", quillon::BoxIcon::Exclamation,
-                               quillon::BoxButtons::YesNo, BoxAnswer::Yes};
-  QCOMPARE(h.dialog.boxes, std::vector<quillon::Box>{saveFirst});
-  QCOMPARE(h.files.titles, dialogTitles);
-  QCOMPARE(project.messages.cell(1, 1), std::string("x"));
-  QCOMPARE(project.messages.cell(1, 4), std::string("Erste Meldung"));
-  QCOMPARE(project.messages.cell(7, 4), std::string());
-  QCOMPARE(project.pin, std::string("1234"));
-  QVERIFY(!project.changed);
-  QCOMPARE(h.window->windowTitle(), "[" + file + "] Quillon ");
+    const quillon::Box saveFirst{"Kestrix", "Data changed. Save?", quillon::BoxIcon::Exclamation,
+                                 quillon::BoxButtons::YesNo, BoxAnswer::Yes};
+    QCOMPARE(h.dialog.boxes, std::vector<quillon::Box>{saveFirst});
+    QCOMPARE(h.files.titles, dialogTitles);
+    QCOMPARE(project.messages.cell(1, 1), std::string("x"));
+    QCOMPARE(project.messages.cell(1, 4), std::string("Erste Meldung"));
+    QCOMPARE(project.messages.cell(7, 4), std::string());
+    QCOMPARE(project.pin, std::string("1234"));
+    QVERIFY(!project.changed);
+    QCOMPARE(h.window->windowTitle(), "[" + file + "] Quillon ");
+  }
 }
 
 void FileCommandsTest::saveWritesTheFileAndNewKeepsItsName() {

@@ -66,6 +66,16 @@ void FlagPageTest::setClearReceptionFlagAndClearAll() {
   clickFlag(0);
   click("cmdFlag");
   QCOMPARE(project.flags.entries[1], std::string("-2;-1"));
+  // The reception flag stays white, its number in green; a flag in use is yellow, in black.
+  const auto colours = [&h](int label) {
+    auto* shown = h.find<QLabel>(QString("lblMerker%1").arg(label));
+    shown->ensurePolished();
+    return std::pair{shown->palette().color(QPalette::Window).name(),
+                     shown->palette().color(QPalette::WindowText).name()};
+  };
+  QCOMPARE(colours(0), std::pair(QString("#ffffff"), QString("#1f7a3a")));
+  QCOMPARE(colours(8), std::pair(QString("#ffff00"), QString("#000000")));
+  QCOMPARE(colours(1), std::pair(QString("#ffffff"), QString("#000000")));
   clickFlag(1);
   click("cmdFlag");
   QCOMPARE(h.dialog.texts().back(),

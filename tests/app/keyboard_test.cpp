@@ -20,14 +20,10 @@ class KeyboardTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void standardShortcut_data();
   void standardShortcut();
   void mnemonicsInBothLanguages();
-  void mnemonicChoice_data();
   void mnemonicChoice();
-  void spaceTogglesMark_data();
   void spaceTogglesMark();
-  void arrowsAndEnterChooseFlags_data();
   void arrowsAndEnterChooseFlags();
   void tabNeverReachesATransfer();
 };
@@ -42,52 +38,44 @@ void showActive(Harness& h) {
 
 }  // namespace
 
-void KeyboardTest::standardShortcut_data() {
-  // Where the desktop defines no key for Save as and Exit, Ctrl+Shift+S and Ctrl+Q stand in.
-  QTest::addColumn<QKeySequence>("key");
-  // The first thing the command does: a box, a file dialog's title, the print dialog, a file.
-  QTest::addColumn<QString>("seen");
-  auto standard = [](QKeySequence::StandardKey key, QKeySequence fallback) {
+void KeyboardTest::standardShortcut() {
+  auto standard = [](QKeySequence::StandardKey key, QKeySequence fallback = {}) {
     const QList<QKeySequence> keys = QKeySequence::keyBindings(key);
     return keys.isEmpty() ? fallback : keys.front();
   };
-  QTest::newRow("newAsksToSave") << standard(QKeySequence::New, {}) << "box Data changed. Save?";
-  QTest::newRow("openChoosesAFile") << standard(QKeySequence::Open, {}) << "file Open message file";
-  QTest::newRow("saveWritesTheFile") << standard(QKeySequence::Save, {}) << "written";
-  QTest::newRow("saveAsChoosesAFile")
-      << standard(QKeySequence::SaveAs, QKeySequence("Ctrl+Shift+S")) << "file Save message file";
-  QTest::newRow("printOpensThePrintDialog")
-      << standard(QKeySequence::Print, {}) << "dialog PrtForm";
-  QTest::newRow("quitAsksFirst") << standard(QKeySequence::Quit, QKeySequence("Ctrl+Q"))
-                                 << "box Really terminate?";
-}
+  // The first thing the command does: a box, a file dialog's title, the print dialog, a file.
+  // Where the desktop defines no key for Save as and Exit, Ctrl+Shift+S and Ctrl+Q stand in.
+  const std::pair<QKeySequence, QString> rows[] = {
+      {standard(QKeySequence::New), "box Data changed. Save?"},
+      {standard(QKeySequence::Open), "file Open message file"},
+      {standard(QKeySequence::Save), "written"},
+      {standard(QKeySequence::SaveAs, QKeySequence("Ctrl+Shift+S")), "file Save message file"},
+      {standard(QKeySequence::Print), "dialog PrtForm"},
+      {standard(QKeySequence::Quit, QKeySequence("Ctrl+Q")), "box Really terminate?"},
+  };
+  for (const auto& [key, seen] : rows) {
+    Harness h;
+    // Only New is to ask about changed data first; the other commands show their own step.
+    h.project().changed = seen.contains("Data changed");
+    h.window->state().currentFile = h.path("Anlage.EAY");
+    h.dialog.answer(seen.contains("terminate") ? BoxAnswer::Cancel : BoxAnswer::No);
+    showActive(h);
+    QString dialogName;
+    WhenShown close(modal(), [&](QDialog* dialog) {
+      dialogName = dialog->objectName();
+      dialog->reject();
+    });
+    QVERIFY2(!key.isEmpty(), qPrintable(seen));
+    QTest::keySequence(h.window.get(), key);
 
-void KeyboardTest::standardShortcut() {
-  QFETCH(QKeySequence, key);
-  QFETCH(QString, seen);
-  Harness h;
-  // Only New is to ask about changed data first; the other commands show their own step.
-  h.project().changed = seen.contains("Data changed");
-  h.window->state().currentFile = h.path("Anlage.EAY");
-  h.dialog.answer(seen.contains("terminate") ? BoxAnswer::Cancel : BoxAnswer::No);
-  showActive(h);
-
-  QString dialogName;
-  WhenShown close(modal(), [&](QDialog* dialog) {
-    dialogName = dialog->objectName();
-    dialog->reject();
-  });
-  QVERIFY(!key.isEmpty());
-  QTest::keySequence(h.window.get(), key);
-
-  QStringList observed;
-  for (const std::string& text : h.dialog.texts())
-    observed << "box " + QString::fromStdString(text);
-  for (const QString& title : h.files.titles) observed << "file " + title;
-  if (!dialogName.isEmpty()) observed << "dialog " + dialogName;
-  if (QFile::exists(h.path("Anlage.EAY"))) observed << "written";
-  QVERIFY2(!observed.isEmpty(), "the shortcut did nothing");
-  QCOMPARE(observed.front(), seen);
+    QStringList observed;
+    for (const std::string& text : h.dialog.texts())
+      observed << "box " + QString::fromStdString(text);
+    for (const QString& title : h.files.titles) observed << "file " + title;
+    if (!dialogName.isEmpty()) observed << "dialog " + dialogName;
+    if (QFile::exists(h.path("Anlage.EAY"))) observed << "written";
+    QCOMPARE(observed.value(0), seen);
+  }
 }
 
 void KeyboardTest::mnemonicsInBothLanguages() {
@@ -120,96 +108,66 @@ void KeyboardTest::mnemonicsInBothLanguages() {
   }
 }
 
-void KeyboardTest::mnemonicChoice_data() {
-  QTest::addColumn<QStringList>("captions");
-  QTest::addColumn<QStringList>("marked");
-  QTest::newRow("firstLettersWhenFree")
-      << QStringList{"Neu", "Öffnen", "Speichern"} << QStringList{"&Neu", "&Öffnen", "&Speichern"};
-  QTest::newRow("takenFirstLetterGoesToNextWord")
-      << QStringList{"Save", "Save as"} << QStringList{"&Save", "Save &as"};
-  QTest::newRow("thenAnyFreeLetter") << QStringList{"Print", "Printer setting", "Setup"}
-                                     << QStringList{"&Print", "P&rinter setting", "&Setup"};
-  QTest::newRow("givenMnemonicKeptAndReserved")
-      << QStringList{"Help", "&Hilfe", "&1 recent"} << QStringList{"H&elp", "&Hilfe", "&1 recent"};
-  QTest::newRow("emptyCaptionStaysEmpty") << QStringList{"", "Exit"} << QStringList{"", "&Exit"};
-}
-
 void KeyboardTest::mnemonicChoice() {
-  QFETCH(QStringList, captions);
-  QFETCH(QStringList, marked);
-  QCOMPARE(quillon::app::withMnemonics(captions), marked);
-}
-
-void KeyboardTest::spaceTogglesMark_data() {
-  QTest::addColumn<int>("column");
-  QTest::addColumn<QString>("before");
-  QTest::addColumn<QString>("after");
-  QTest::newRow("emptyAcknowledgementBecomesX") << 1 << ""
-                                                << "x";
-  QTest::newRow("callBackXBecomesEmpty") << 2 << "x"
-                                         << "";
-  QTest::newRow("loadedOtherTextBecomesX") << 3 << "j"
-                                           << "x";
+  const std::pair<QStringList, QStringList> rows[] = {
+      // First letters when free; a taken first letter goes to the next word, then any free one.
+      {{"Neu", "Öffnen", "Speichern"}, {"&Neu", "&Öffnen", "&Speichern"}},
+      {{"Save", "Save as"}, {"&Save", "Save &as"}},
+      {{"Print", "Printer setting", "Setup"}, {"&Print", "P&rinter setting", "&Setup"}},
+      // A given mnemonic is kept and reserved; an empty caption stays empty.
+      {{"Help", "&Hilfe", "&1 recent"}, {"H&elp", "&Hilfe", "&1 recent"}},
+      {{"", "Exit"}, {"", "&Exit"}},
+  };
+  for (const auto& [captions, marked] : rows)
+    QCOMPARE(quillon::app::withMnemonics(captions), marked);
 }
 
 void KeyboardTest::spaceTogglesMark() {
-  QFETCH(int, column);
-  QFETCH(QString, before);
-  QFETCH(QString, after);
+  // An empty acknowledgement becomes "x", a call back "x" empty, a loaded other text "x".
   Harness h;
-  h.project().messages.setCell(4, column, before.toStdString());
+  h.project().messages.setCell(4, 2, "x");
+  h.project().messages.setCell(4, 3, "j");
   h.window->projectReplaced();
   showActive(h);
   auto* view = h.find<QTableView>("MeldTabelle");
   view->setFocus();
-  view->setCurrentIndex(view->model()->index(3, column - 1));
-
-  QTest::keyClick(view, Qt::Key_Space);
-
-  QCOMPARE(QString::fromStdString(h.project().messages.cell(4, column)), after);
-  QCOMPARE(view->model()->index(3, column - 1).data().toString(), after);
-  QVERIFY(h.project().changed);
-  QVERIFY(!QApplication::activeModalWidget());
-}
-
-void KeyboardTest::arrowsAndEnterChooseFlags_data() {
-  QTest::addColumn<QString>("keys");
-  QTest::addColumn<QString>("marker");
-  // Eight flags to a row; the cursor starts on flag 1 and stops at the first and the last.
-  QTest::newRow("enterChoosesTheFirst") << "Enter"
-                                        << "Marker1";
-  QTest::newRow("rightTwice") << "Right Right Enter"
-                              << "Marker3";
-  QTest::newRow("downGoesEightOn") << "Down Down Enter"
-                                   << "Marker17";
-  QTest::newRow("rightAtRowEndWrapsToNextRow") << "End Up Up Up Right Enter"
-                                               << "Marker9";
-  QTest::newRow("downPastTheLastRowStays") << "Down Down Down Down Enter"
-                                           << "Marker25";
-  QTest::newRow("leftAndUpAtTheFirstStay") << "Left Up Enter"
-                                           << "Marker1";
-  QTest::newRow("endAndRightStayOnTheLast") << "End Right Enter"
-                                            << "Marker32";
-  QTest::newRow("spaceChoosesToo") << "Right Space"
-                                   << "Marker2";
-  QTest::newRow("homeAfterMoving") << "Down Right Home Return"
-                                   << "Marker1";
+  for (const auto& [column, after] : {std::pair{1, "x"}, {2, ""}, {3, "x"}}) {
+    h.project().changed = false;
+    view->setCurrentIndex(view->model()->index(3, column - 1));
+    QTest::keyClick(view, Qt::Key_Space);
+    QCOMPARE(h.project().messages.cell(4, column), std::string(after));
+    QCOMPARE(view->model()->index(3, column - 1).data().toString(), QString(after));
+    QVERIFY(h.project().changed);
+    QVERIFY(!QApplication::activeModalWidget());
+  }
 }
 
 void KeyboardTest::arrowsAndEnterChooseFlags() {
-  QFETCH(QString, keys);
-  QFETCH(QString, marker);
-  Harness h;
-  showActive(h);
-  h.find<QTabWidget>("Eingabe")->setCurrentIndex(3);
-  QWidget* grid = h.find<QWidget>("grdMerker");
-  grid->setFocus();
+  // Eight flags to a row; the cursor starts on flag 1 and stops at the first and the last.
+  const std::pair<QString, QString> rows[] = {
+      {"Enter", "Marker1"},
+      {"Right Right Enter", "Marker3"},
+      {"Down Down Enter", "Marker17"},
+      {"End Up Up Up Right Enter", "Marker9"},  // right at a row's end wraps to the next row
+      {"Down Down Down Down Enter", "Marker25"},
+      {"Left Up Enter", "Marker1"},
+      {"End Right Enter", "Marker32"},
+      {"Right Space", "Marker2"},
+      {"Down Right Home Return", "Marker1"},
+  };
   const QHash<QString, Qt::Key> names = {
       {"Left", Qt::Key_Left},   {"Right", Qt::Key_Right},   {"Up", Qt::Key_Up},
       {"Down", Qt::Key_Down},   {"Home", Qt::Key_Home},     {"End", Qt::Key_End},
       {"Enter", Qt::Key_Enter}, {"Return", Qt::Key_Return}, {"Space", Qt::Key_Space}};
-  for (const QString& key : keys.split(' ')) QTest::keyClick(grid, names.value(key));
-  QCOMPARE(h.find<QLabel>("lblMerkerNr")->text(), marker);
+  for (const auto& [keys, marker] : rows) {
+    Harness h;
+    showActive(h);
+    h.find<QTabWidget>("Eingabe")->setCurrentIndex(3);
+    QWidget* grid = h.find<QWidget>("grdMerker");
+    grid->setFocus();
+    for (const QString& key : keys.split(' ')) QTest::keyClick(grid, names.value(key));
+    QVERIFY2(h.find<QLabel>("lblMerkerNr")->text() == marker, qPrintable(keys));
+  }
 }
 
 void KeyboardTest::tabNeverReachesATransfer() {

@@ -24,16 +24,12 @@ class MainWindowTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void closeSequence_data();
   void closeSequence();
   void startUpReadsSettings();
-  void unusableSettingsStillShowTheWindow_data();
   void unusableSettingsStillShowTheWindow();
-  void placementOnTheNearestScreen_data();
   void placementOnTheNearestScreen();
   void titleIsShortenedPastFiftyCharacters();
   void languageSwitchReappliesCaptions();
-  void qtTextsFollowTheLanguage();
   void manualCoversEveryResultInBothLanguages();
   void everyCommandReachesItsTarget();
   void clearTableAsksFirst();
@@ -60,60 +56,56 @@ constexpr const char* kWiring =
 
 }  // namespace
 
-void MainWindowTest::closeSequence_data() {
-  QTest::addColumn<bool>("maximized");
-  QTest::addColumn<bool>("changed");
-  QTest::addColumn<QList<BoxAnswer>>("answers");
-  QTest::addColumn<bool>("closes");
-  QTest::addColumn<QStringList>("boxes");
-  QTest::addColumn<QString>("savedWidth");  // "7777": the placement was not written
-
-  const QList<BoxAnswer> ok = {BoxAnswer::Ok};
-  const QStringList question = {"Really terminate?"};
-  QTest::newRow("normalWindowSavesPlacement") << false << false << ok << true << question << "9000";
-  QTest::newRow("maximizedKeepsSavedPlacement")
-      << true << false << ok << true << question << "7777";
-  QTest::newRow("changedDataAskedAfterPortClosed")
-      << false << true << QList<BoxAnswer>{BoxAnswer::Ok, BoxAnswer::No} << true
-      << QStringList{"Really terminate?", "Data changed. Save?"} << "9000";
-  QTest::newRow("cancelKeepsRunning")
-      << false << true << QList<BoxAnswer>{BoxAnswer::Cancel} << false << question << "7777";
-}
-
 void MainWindowTest::closeSequence() {
-  QFETCH(bool, maximized);
-  QFETCH(bool, changed);
-  QFETCH(QList<BoxAnswer>, answers);
-  QFETCH(bool, closes);
-  QFETCH(QStringList, boxes);
-  QFETCH(QString, savedWidth);
+  struct Row {
+    const char* name;
+    bool maximized;
+    bool changed;
+    QList<BoxAnswer> answers;
+    QStringList boxes;
+    QString savedWidth;  // "7777": the placement was not written
+  };
+  const QStringList question = {"Really terminate?"};
+  const Row rows[] = {
+      {"normalWindowSavesPlacement", false, false, {BoxAnswer::Ok}, question, "9000"},
+      {"maximizedKeepsSavedPlacement", true, false, {BoxAnswer::Ok}, question, "7777"},
+      {"changedDataAskedAfterPortClosed",
+       false,
+       true,
+       {BoxAnswer::Ok, BoxAnswer::No},
+       question + QStringList{"Data changed. Save?"},
+       "9000"},
+      {"cancelKeepsRunning", false, true, {BoxAnswer::Cancel}, question, "7777"},
+  };
+  for (const Row& row : rows) {
+    const bool closes = row.answers.front() == BoxAnswer::Ok;
+    Harness h(placeWindow);
+    // A width the window does not have: it shows whether the placement was written.
+    h.settings.setValue("Settings/MainWidth", "7777");
+    h.project().changed = row.changed;
+    row.maximized ? h.window->showMaximized() : h.window->show();
+    QCoreApplication::processEvents();
+    for (BoxAnswer a : row.answers) h.dialog.answer(a);
 
-  Harness h(placeWindow);
-  // A width the window does not have: it shows whether the placement was written.
-  h.settings.setValue("Settings/MainWidth", "7777");
-  h.project().changed = changed;
-  maximized ? h.window->showMaximized() : h.window->show();
-  QCoreApplication::processEvents();
-  for (BoxAnswer a : answers) h.dialog.answer(a);
+    QVERIFY2(h.window->close() == closes, row.name);
 
-  QCOMPARE(h.window->close(), closes);
-
-  QStringList shown;
-  for (const auto& box : h.dialog.boxes) shown << QString::fromStdString(box.text);
-  QCOMPARE(shown, boxes);
-  const quillon::Box question{"Kestrix", "Really terminate?", BoxIcon::Question,
-                              BoxButtons::OkCancel, BoxAnswer::Ok};
-  QCOMPARE(h.dialog.boxes.front(), question);
-  QCOMPARE(h.recorded->calls, closes ? QStringList{"closePort"} : QStringList{});
-  QCOMPARE(h.settings.value("Settings/MainWidth").toString(), savedWidth);
-  if (!closes) {
-    QVERIFY(h.project().changed);
-    return;
+    QStringList shown;
+    for (const auto& box : h.dialog.boxes) shown << QString::fromStdString(box.text);
+    QCOMPARE(shown, row.boxes);
+    const quillon::Box asked{"Kestrix", "Really terminate?", BoxIcon::Question,
+                             BoxButtons::OkCancel, BoxAnswer::Ok};
+    QCOMPARE(h.dialog.boxes.front(), asked);
+    QCOMPARE(h.recorded->calls, closes ? QStringList{"closePort"} : QStringList{});
+    QVERIFY2(h.settings.value("Settings/MainWidth").toString() == row.savedWidth, row.name);
+    if (!closes) {
+      QVERIFY(h.project().changed);
+      continue;
+    }
+    QCOMPARE(h.settings.value("Settings/MyProfile").toString(),
+             h.window->panelText(quillon::StatusPanel::Clock));
+    QCOMPARE(h.settings.value("Language/MyLang").toString(), QString("0"));
+    QVERIFY(!h.settings.value("Settings/MyDir").toString().isEmpty());
   }
-  QCOMPARE(h.settings.value("Settings/MyProfile").toString(),
-           h.window->panelText(quillon::StatusPanel::Clock));
-  QCOMPARE(h.settings.value("Language/MyLang").toString(), QString("0"));
-  QVERIFY(!h.settings.value("Settings/MyDir").toString().isEmpty());
 }
 
 void MainWindowTest::startUpReadsSettings() {
@@ -137,69 +129,43 @@ void MainWindowTest::startUpReadsSettings() {
   QCOMPARE(french.dialog.texts(), std::vector<std::string>{""});
 }
 
-void MainWindowTest::unusableSettingsStillShowTheWindow_data() {
-  QTest::addColumn<QString>("key");
-  QTest::addColumn<QString>("value");
-  QTest::addColumn<QRect>("geometry");
-  QTest::addColumn<QString>("fileMenu");
-
+void MainWindowTest::unusableSettingsStillShowTheWindow() {
   // The offscreen screen is 800 x 800 at 96 dots per inch. The defaults 1000, 1000, 11250 x 7000
   // twips are 67, 67, 750 x 467 pixels.
   const QRect defaults(67, 67, 750, 467);
-  QTest::newRow("leftNotANumber") << "Settings/MainLeft"
-                                  << "links" << defaults << "&File";
-  QTest::newRow("topNotANumberAtAll") << "Settings/MainTop"
-                                      << "nan" << defaults << "&File";
-  QTest::newRow("widthOfNothing") << "Settings/MainWidth"
-                                  << "0" << defaults << "&File";
-  QTest::newRow("heightBelowNothing") << "Settings/MainHeight"
-                                      << "-7000" << defaults << "&File";
-  QTest::newRow("farOffToTheLeftMovedToTheEdge")
-      << "Settings/MainLeft"
-      << "-99999999" << QRect(0, 67, 750, 467) << "&File";
-  QTest::newRow("farBelowMovedUp") << "Settings/MainTop"
-                                   << "1e300" << QRect(50, 333, 750, 467) << "&File";
-  QTest::newRow("widerThanTheScreenKeepsItsTitleBarShown")
-      << "Settings/MainWidth"
-      << "99999999" << QRect(67, 67, 800, 467) << "&File";
-  QTest::newRow("languageBeyondSixteenBitsIsEnglish") << "Language/MyLang"
-                                                      << "65537" << defaults << "&File";
-  QTest::newRow("languageOutsideTheThreeKeepsTheTableEmpty") << "Language/MyLang"
-                                                             << "7" << defaults << "";
-}
-
-void MainWindowTest::unusableSettingsStillShowTheWindow() {
-  QFETCH(QString, key);
-  QFETCH(QString, value);
-  QFETCH(QRect, geometry);
-  QFETCH(QString, fileMenu);
-
-  Harness h([&](QSettings& s) { s.setValue(key, value); });
-  QCOMPARE(QRect(h.window->pos(), h.window->size()), geometry);
-  QCOMPARE(h.find<QMenu>("MenuFile")->title(), fileMenu);
-}
-
-void MainWindowTest::placementOnTheNearestScreen_data() {
-  QTest::addColumn<QRect>("wanted");
-  QTest::addColumn<QRect>("placed");
-
-  // Two screens side by side: 0..1919 and, lower, 1920..3199.
-  QTest::newRow("onTheFirst") << QRect(100, 100, 800, 600) << QRect(100, 100, 800, 600);
-  QTest::newRow("acrossBoth") << QRect(1500, 200, 800, 600) << QRect(1500, 200, 800, 600);
-  QTest::newRow("titleBarHalfOutStays") << QRect(-300, 10, 800, 600) << QRect(-300, 10, 800, 600);
-  QTest::newRow("titleBarAboveGoesDown") << QRect(100, -30, 800, 600) << QRect(100, 0, 800, 600);
-  QTest::newRow("farRightOntoTheSecond")
-      << QRect(9000, 300, 800, 600) << QRect(2400, 300, 800, 600);
-  QTest::newRow("belowTheSecondShrunkToIt")
-      << QRect(2000, 5000, 1600, 1200) << QRect(1920, 200, 1280, 1024);
-  QTest::newRow("inTheGapUnderTheFirst") << QRect(500, 1500, 400, 300) << QRect(500, 780, 400, 300);
+  const std::tuple<QString, QString, QRect> rows[] = {
+      {"Settings/MainLeft", "links", defaults},
+      {"Settings/MainTop", "nan", defaults},
+      {"Settings/MainWidth", "0", defaults},
+      {"Settings/MainHeight", "-7000", defaults},
+      {"Settings/MainLeft", "-99999999", QRect(0, 67, 750, 467)},  // moved to the edge
+      {"Settings/MainTop", "1e300", QRect(50, 333, 750, 467)},     // moved up
+      // Wider than the screen keeps its title bar shown.
+      {"Settings/MainWidth", "99999999", QRect(67, 67, 800, 467)},
+      {"Language/MyLang", "65537", defaults},  // beyond sixteen bits: English
+      {"Language/MyLang", "7", defaults},      // outside the three: the table stays empty
+  };
+  for (const auto& [key, value, geometry] : rows) {
+    Harness h([&](QSettings& s) { s.setValue(key, value); });
+    QVERIFY2(QRect(h.window->pos(), h.window->size()) == geometry, qPrintable(key + " " + value));
+    QCOMPARE(h.find<QMenu>("MenuFile")->title(), QString(value == "7" ? "" : "&File"));
+  }
 }
 
 void MainWindowTest::placementOnTheNearestScreen() {
-  QFETCH(QRect, wanted);
-  QFETCH(QRect, placed);
+  // Two screens side by side: 0..1919 and, lower, 1920..3199.
   const QList<QRect> screens{QRect(0, 0, 1920, 1080), QRect(1920, 200, 1280, 1024)};
-  QCOMPARE(quillon::app::placeOnScreens(wanted, screens), placed);
+  const std::pair<QRect, QRect> rows[] = {
+      {QRect(100, 100, 800, 600), QRect(100, 100, 800, 600)},         // on the first
+      {QRect(1500, 200, 800, 600), QRect(1500, 200, 800, 600)},       // across both
+      {QRect(-300, 10, 800, 600), QRect(-300, 10, 800, 600)},         // title bar half out stays
+      {QRect(100, -30, 800, 600), QRect(100, 0, 800, 600)},           // title bar above goes down
+      {QRect(9000, 300, 800, 600), QRect(2400, 300, 800, 600)},       // far right onto the second
+      {QRect(2000, 5000, 1600, 1200), QRect(1920, 200, 1280, 1024)},  // shrunk to the second
+      {QRect(500, 1500, 400, 300), QRect(500, 780, 400, 300)},        // in the gap under the first
+  };
+  for (const auto& [wanted, placed] : rows)
+    QCOMPARE(quillon::app::placeOnScreens(wanted, screens), placed);
 }
 
 void MainWindowTest::titleIsShortenedPastFiftyCharacters() {
@@ -211,9 +177,13 @@ void MainWindowTest::titleIsShortenedPastFiftyCharacters() {
 }
 
 void MainWindowTest::languageSwitchReappliesCaptions() {
-  Harness h;
+  // A German start, then switches both ways: the captions are the text table's, and Qt's own
+  // words in its boxes and file dialog come from the translations Qt ships.
+  Harness h([](QSettings& s) { s.setValue("Language/MyLang", "1"); });
   auto captions = [&h] {
     auto* pages = h.find<QTabWidget>("Eingabe");
+    QMessageBox box;
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
     return QStringList{
         h.find<QMenu>("MenuFile")->title(),
         h.find<QAction>("MenuFileSaveAs")->text(),
@@ -225,47 +195,28 @@ void MainWindowTest::languageSwitchReappliesCaptions() {
             .toString(),
         h.find<QPushButton>("cmdMeldDown")->text(),
         h.find<QPushButton>("cmdSmsSet")->text(),
+        box.button(QMessageBox::Yes)->text(),
+        box.button(QMessageBox::Cancel)->text(),
+        QCoreApplication::translate("QFileDialog", "Look in:"),
     };
   };
   // Menu entries carry a mnemonic in either language; "S" is Save's, so Save as takes "a" / "U".
-  const QStringList english = {
-      "&File",          "Save &as", "Print table ",      "Messages",
-      "Marker Setting", "Messages", "Download messages", "Set as SMS flag"};
+  const QStringList english = {"&File",          "Save &as", "Print table ",      "Messages",
+                               "Marker Setting", "Messages", "Download messages", "Set as SMS flag",
+                               "&Yes",           "Cancel",   "Look in:"};
   const QStringList german = {
-      "&Datei",           "Speichern &Unter", "Tabelle drucken",    "Meldungen",
-      "Merkerfestlegung", "Meldungen",        "Download Meldungen", "Als SMS-Merker setzen"};
-  QCOMPARE(captions(), english);
-  h.find<QAction>("mnuLangGerman")->trigger();
+      "&Datei",    "Speichern &Unter",   "Tabelle drucken",       "Meldungen", "Merkerfestlegung",
+      "Meldungen", "Download Meldungen", "Als SMS-Merker setzen", "&Ja",       "Abbrechen",
+      "Suchen in:"};
   QCOMPARE(captions(), german);
+  h.find<QAction>("mnuLangEnglish")->trigger();
+  QCOMPARE(captions(), english);
   // French changes nothing.
   h.find<QAction>("mnuLangFrench")->trigger();
-  QCOMPARE(captions(), german);
-  h.dialog.answer(BoxAnswer::Cancel);
-  QVERIFY(!h.window->close());
-  QCOMPARE(h.dialog.texts(), std::vector<std::string>{"wirklich beenden"});
-  h.find<QAction>("mnuLangEnglish")->trigger();
   QCOMPARE(captions(), english);
-}
-
-void MainWindowTest::qtTextsFollowTheLanguage() {
-  // Qt's own words in its boxes and file dialog come from the translations Qt ships; a German
-  // start and a switch back to English both take effect at once.
-  auto qtWords = [] {
-    QMessageBox box;
-    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
-    return QStringList{box.button(QMessageBox::Yes)->text(), box.button(QMessageBox::No)->text(),
-                       box.button(QMessageBox::Cancel)->text(),
-                       QCoreApplication::translate("QFileDialog", "Look in:")};
-  };
-  const QStringList english = {"&Yes", "&No", "Cancel", "Look in:"};
-  const QStringList german = {"&Ja", "&Nein", "Abbrechen", "Suchen in:"};
-  Harness h([](QSettings& s) { s.setValue("Language/MyLang", "1"); });
-  QCOMPARE(qtWords(), german);
-  h.find<QAction>("mnuLangEnglish")->trigger();
-  QCOMPARE(qtWords(), english);
   h.find<QAction>("mnuLangGerman")->trigger();
-  QCOMPARE(qtWords(), german);
-  // The program's own texts are the text table's, never Qt's: the close question stays as it is.
+  QCOMPARE(captions(), german);
+  // The program's own texts are the text table's, never Qt's.
   h.dialog.answer(BoxAnswer::Cancel);
   QVERIFY(!h.window->close());
   QCOMPARE(h.dialog.texts(), std::vector<std::string>{"wirklich beenden"});

@@ -1,58 +1,8 @@
 #pragma once
-// A telvane-sim process for a test, on its own link name in its own directory. With `trace` its
-// error output (every byte both ways) can be waited on, so a test acts at a chosen point of a
-// transfer without sleeping. Ended by closing its standard input.
+// The end-to-end tests' name for the one simulator helper.
 
-#include <QByteArray>
-#include <QProcess>
-#include <QString>
-#include <QStringList>
-#include <QTemporaryDir>
+#include "sim_module.h"
 
 namespace quillon::testing {
-
-class SimProcess {
- public:
-  SimProcess(const QString& linkName, const QStringList& options, bool trace = false) {
-    m_link = m_dir.path() + QLatin1Char('/') + linkName;
-    if (!trace) m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_process.start(QStringLiteral(TELVANE_SIM),
-                    QStringList{QStringLiteral("--link"), m_link} + options +
-                        (trace ? QStringList{QStringLiteral("--trace")} : QStringList{}));
-    // The first line is the terminal's path; the link exists once it has been printed.
-    while (m_process.state() != QProcess::NotRunning && !m_process.canReadLine())
-      m_process.waitForReadyRead(5000);
-    m_process.readLine();
-  }
-  ~SimProcess() {
-    if (m_process.state() == QProcess::NotRunning) return;
-    m_process.closeWriteChannel();
-    if (!m_process.waitForFinished(5000)) m_process.kill();
-    m_process.waitForFinished(5000);
-  }
-  SimProcess(const SimProcess&) = delete;
-  SimProcess& operator=(const SimProcess&) = delete;
-
-  [[nodiscard]] const QString& link() const { return m_link; }
-  [[nodiscard]] QString file(const QString& name) const {
-    return m_dir.path() + QLatin1Char('/') + name;
-  }
-
-  // Waits until the trace holds `text`; false when it never comes within `ms`.
-  [[nodiscard]] bool waitForTrace(const QByteArray& text, int ms) {
-    m_process.setReadChannel(QProcess::StandardError);
-    while (!m_trace.contains(text)) {
-      if (!m_process.waitForReadyRead(ms)) return false;
-      m_trace += m_process.readAllStandardError();
-    }
-    return true;
-  }
-
- private:
-  QTemporaryDir m_dir;
-  QProcess m_process;
-  QString m_link;
-  QByteArray m_trace;
-};
-
+using SimProcess = SimModule;
 }  // namespace quillon::testing

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "await_task.h"
 #include "e2e_project.h"
 #include "file_bytes.h"
 #include "link/qt/identify.h"
@@ -44,11 +45,9 @@ struct Rig : StatusDisplay, TransferObserver {
   }
   void transferStarted(const TransferJob& job) override { labels.push_back(job.contentLabel); }
   void transferEvent(const TransferEvent&) override {}
-  int run(void (*procedure)(TransferContext&, int&), Project& project) {
+  int run(Task<> (*run)(TransferContext&, int&), Project& project) {
     TransferContext context{linkContext, texts, project, {}};
-    int result = 0;
-    procedure(context, result);
-    return result;
+    return finish(procedure(run, context));
   }
 
   ScriptedDialog dialog;
@@ -213,7 +212,7 @@ void TransferE2eTest::silentModuleWithFragmentsDeclined() {
 void TransferE2eTest::fourHundredMessagesRoundTrip() {
   SimProcess sim(QStringLiteral("ttySIM-e2e-400"), {"--messages", "400"});
   Rig rig(sim.link());
-  QCOMPARE(IdentifyModule(rig.linkContext), 0);
+  QCOMPARE(finish(IdentifyModule(rig.linkContext)), 0);
   QCOMPARE(rig.limits.lastMessageIndex, 399);
 
   // 400 texts of 28 to 32 characters: about 12600 characters, within the text memory.
@@ -246,9 +245,9 @@ void TransferE2eTest::fortyThousandCharactersInTwoParts() {
   const TransferJob send = downloadJob('M', "Messages", image);
   QCOMPARE(send.startIdentifier, std::string("M9C40"));
   QCOMPARE(send.sendText2.size(), std::size_t{8000});
-  QCOMPARE(rig.link.runTransfer(send).title, std::string(kDownloadActive));
-  const TransferOutcome outcome = rig.link.runTransfer(uploadJob('m', "Messages"));
-  QCOMPARE(outcome.title, std::string(kUploadActive));
+  QCOMPARE(finish(transfer(rig.link, send)).status, TransferStatus::Active);
+  const TransferOutcome outcome = finish(transfer(rig.link, uploadJob('m', "Messages")));
+  QCOMPARE(outcome.status, TransferStatus::Active);
   QCOMPARE(outcome.received[0].size(), std::size_t{16000});
   QCOMPARE(outcome.received[2].size(), std::size_t{8000});
   QVERIFY(outcome.receivedText() == image);

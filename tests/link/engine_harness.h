@@ -9,6 +9,7 @@
 
 #include "link/sign_in.h"
 #include "link/transfer_engine.h"
+#include "link/transfer_presenter.h"
 
 namespace quillon::testing {
 
@@ -51,11 +52,13 @@ inline std::string describe(const TransferEvent& e) {
 // One scripted moment: bytes arriving, or the start, the timer, Cancel or a lost link.
 struct Step {
   enum Kind { Start, Bytes, Deadline, Cancel, LinkLost } kind;
-  TimeOfDay at;
+  SteadyTime at;
   std::string bytes;
+  std::optional<TimeOfDay> timeOfDay = {};  // Start: the time of day then, if not `at`
 };
 using Steps = std::vector<Step>;
-inline Step startAt(TimeOfDay at) { return {Step::Start, at, {}}; }
+inline Step startAt(SteadyTime at) { return {Step::Start, at, {}}; }
+inline Step startAt(SteadyTime at, TimeOfDay timeOfDay) { return {Step::Start, at, {}, timeOfDay}; }
 inline Step bytesAt(TimeOfDay at, std::string b) { return {Step::Bytes, at, std::move(b)}; }
 inline Step deadlineAt(TimeOfDay at) { return {Step::Deadline, at, {}}; }
 inline Step cancelAt(TimeOfDay at) { return {Step::Cancel, at, {}}; }
@@ -64,14 +67,14 @@ inline Step linkLostAt(TimeOfDay at) { return {Step::LinkLost, at, {}}; }
 class Harness {
  public:
   explicit Harness(TransferJob job, EngineSettings settings = {})
-      : m_engine(std::move(job), settings) {}
+      : m_job(job), m_engine(job, settings), m_presenter(job, settings.language) {}
 
   void bytes(const std::string& received, TimeOfDay now) { run({bytesAt(now, received)}); }
 
   // Every Bytes step is handed over in pieces of `piece` bytes (0: whole).
   void run(const Steps& steps, std::size_t piece = 0) {
     for (const Step& s : steps) {
-      if (s.kind == Step::Start) m_engine.start(s.at);
+      if (s.kind == Step::Start) m_engine.start(s.at, s.timeOfDay.value_or(s.at));
       if (s.kind == Step::Deadline) m_engine.onDeadline(s.at);
       if (s.kind == Step::Cancel) m_engine.cancel(s.at);
       if (s.kind == Step::LinkLost) m_engine.onLinkLost(s.at);
@@ -98,8 +101,14 @@ class Harness {
   }
 
   TransferEngine& engine() { return m_engine; }
+  TransferPresenter& presenter() { return m_presenter; }
+  // The window's state line and title as the events left them.
+  [[nodiscard]] const std::string& comment() const { return m_comment; }
+  [[nodiscard]] std::string title() const {
+    return StatusTitle(m_engine.outcome().status, m_job.direction);
+  }
   [[nodiscard]] std::optional<TimeOfDay> due() const { return m_engine.deadline(); }
-  [[nodiscard]] int result() const { return TransferResultForTitle(m_engine.outcome().title); }
+  [[nodiscard]] int result() const { return ResultOf(m_engine.outcome().status); }
 
   // The described events of the given kinds ("box", "title", "comment" ...), in order.
   template <class... Kinds>
@@ -116,20 +125,26 @@ class Harness {
  private:
   void collect() {
     wire += m_engine.takeOutgoing();
-    for (const auto& e : m_engine.takeEvents()) events.push_back(describe(e));
+    for (const auto& e : m_presenter.present(m_engine.takeEvents())) {
+      if (e.kind == TransferEvent::Kind::Comment) m_comment = e.text;
+      events.push_back(describe(e));
+    }
   }
+  TransferJob m_job;
   TransferEngine m_engine;
+  TransferPresenter m_presenter;
+  std::string m_comment;
 };
 
 // A sending job as the downloads prepare it.
 inline TransferJob sendJob(std::string text, std::string startIdentifier = "M0002",
                            std::string text2 = {}) {
-  return {"Download active",          "Messages", std::move(text), std::move(text2),
-          std::move(startIdentifier), '\0'};
+  return {TransferDirection::Download, "Messages", std::move(text), std::move(text2),
+          std::move(startIdentifier),  '\0'};
 }
 // A reading job as the uploads prepare it.
 inline TransferJob readJob(char letter, std::string contentLabel) {
-  return {"Upload active", std::move(contentLabel), {}, {}, {}, letter};
+  return {TransferDirection::Upload, std::move(contentLabel), {}, {}, {}, letter};
 }
 
 }  // namespace quillon::testing

@@ -5,6 +5,7 @@
 
 #include "link/identity.h"
 #include "link/sign_in.h"
+#include "run_now.h"
 #include "scripted_dialog.h"
 
 namespace quillon::testing {
@@ -14,12 +15,12 @@ class FakePort : public LinkPort {
  public:
   int openLinkPort() override { return openResult; }
   void closeLinkPort() override { ++closes; }
-  TransferOutcome runTransfer(const TransferJob& job) override {
+  void startTransfer(const TransferJob& job, std::function<void(TransferOutcome)> done) override {
     jobs.push_back(job);
-    if (outcomes.empty()) return TransferOutcome{job.title, {}};
+    if (outcomes.empty()) return done(TransferOutcome{});
     TransferOutcome next = outcomes.front();
     outcomes.pop_front();
-    return next;
+    done(next);
   }
   std::string portStatusText() const override { return "COM 1,9600, N ,8 ,1 active"; }
 
@@ -45,7 +46,7 @@ class SignInTest : public ::testing::Test {
  protected:
   int signIn() {
     TransferOutcome outcome;
-    return SignIn(m_context, m_job, outcome);
+    return RunNow(SignIn(m_context, m_job, outcome));
   }
 
   FakePort m_port;
@@ -54,15 +55,15 @@ class SignInTest : public ::testing::Test {
   ModuleLimits m_limits;
   LinkSession m_session;
   LinkContext m_context{m_port, m_dialog, m_status, m_limits, m_session};
-  TransferJob m_job{"Download active", "Messages", "AB", "", "M0002", '\0'};
+  TransferJob m_job{TransferDirection::Download, "Messages", "AB", "", "M0002", '\0'};
 };
 
 TEST_F(SignInTest, FirstRunAsksOnceReadsTheIdentityOnceThenRunsTheJob) {
-  m_port.outcomes = {{"Upload active", {kTelvaneReply}}, {"Download active", {}}};
+  m_port.outcomes = {{TransferStatus::Active, {kTelvaneReply}}, {TransferStatus::Active, {}}};
   EXPECT_EQ(signIn(), 0);
   ASSERT_EQ(m_dialog.boxes, std::vector<Box>{kReadyBox});
   ASSERT_EQ(m_port.jobs.size(), 2U);
-  EXPECT_EQ(m_port.jobs[0].title, "Upload active");
+  EXPECT_EQ(m_port.jobs[0].direction, TransferDirection::Upload);
   EXPECT_EQ(m_port.jobs[0].contentLabel, "Version");
   EXPECT_EQ(m_port.jobs[0].requestLetter, 'v');
   EXPECT_EQ(m_port.jobs[1].startIdentifier, "M0002");
@@ -81,7 +82,7 @@ TEST_F(SignInTest, FirstRunAsksOnceReadsTheIdentityOnceThenRunsTheJob) {
   EXPECT_EQ(signIn(), 0);
   EXPECT_EQ(m_dialog.boxes.size(), 1U);
   ASSERT_EQ(m_port.jobs.size(), 3U);
-  EXPECT_EQ(m_port.jobs[2].title, "Download active");
+  EXPECT_EQ(m_port.jobs[2].direction, TransferDirection::Download);
 }
 
 TEST_F(SignInTest, ClosedPortOrDeclinedReadyQuestionRunsNothing) {
@@ -95,32 +96,34 @@ TEST_F(SignInTest, ClosedPortOrDeclinedReadyQuestionRunsNothing) {
   EXPECT_EQ(m_port.closes, 1);
   EXPECT_FALSE(m_session.readyConfirmed);
 
-  m_port.outcomes = {{"Upload active", {kTelvaneReply}}, {"Download active", {}}};
+  m_port.outcomes = {{TransferStatus::Active, {kTelvaneReply}}, {TransferStatus::Active, {}}};
   EXPECT_EQ(signIn(), 0);
   EXPECT_EQ(m_dialog.boxes, (std::vector<Box>{kReadyBox, kReadyBox}));
 }
 
 TEST_F(SignInTest, EndingsOfTheIdentityQueryMapToAResultOrGoOn) {
   struct Row {
-    std::string title;
+    TransferStatus status;
     int result;
     std::size_t jobsRun;
     bool identityRead;
   };
-  for (const auto& [title, result, jobsRun, identityRead] :
-       {Row{"Cancel", 3, 1, false}, Row{"Timeout", 4, 1, false}, Row{"No connection", 5, 1, false},
+  using enum TransferStatus;
+  for (const auto& [status, result, jobsRun, identityRead] :
+       {Row{Cancel, 3, 1, false}, Row{Timeout, 4, 1, false}, Row{NoConnection, 5, 1, false},
         // Not among the endings that stop a sign-in: the job still runs.
-        Row{"No response", 0, 2, false},
+        Row{NoResponse, 0, 2, false},
         // A refused request leaves an empty reply, which reads as the wrong device: a version
         // conflict, so the job does not run, but the identity counts as read for this run.
-        Row{"Upload active", 7, 1, true}}) {
+        Row{Active, 7, 1, true}}) {
+    SCOPED_TRACE(result);
     m_session.identityRead = false;
     m_port.jobs.clear();
-    m_port.outcomes = {{title, {}}, {"Download active", {}}};
-    EXPECT_EQ(signIn(), result) << title;
-    EXPECT_EQ(m_port.jobs.size(), jobsRun) << title;
-    EXPECT_EQ(m_session.identityRead, identityRead) << title;
-    EXPECT_EQ(m_session.identity.holdsData, identityRead) << title;
+    m_port.outcomes = {{status, {}}, {Active, {}}};
+    EXPECT_EQ(signIn(), result);
+    EXPECT_EQ(m_port.jobs.size(), jobsRun);
+    EXPECT_EQ(m_session.identityRead, identityRead);
+    EXPECT_EQ(m_session.identity.holdsData, identityRead);
   }
   EXPECT_EQ(m_session.identity.unit + "|" + m_session.identity.version, " Tarvos|0");
 }
@@ -128,7 +131,7 @@ TEST_F(SignInTest, EndingsOfTheIdentityQueryMapToAResultOrGoOn) {
 TEST_F(SignInTest, FailedJobLeavesThePanelsAlone) {
   m_session.readyConfirmed = true;
   m_session.identityRead = true;
-  m_port.outcomes = {{"No response", {}}};
+  m_port.outcomes = {{TransferStatus::NoResponse, {}}};
   EXPECT_EQ(signIn(), 6);
   EXPECT_EQ(m_status.texts, (std::vector<std::pair<int, std::string>>{{2, "Download active"}}));
 }

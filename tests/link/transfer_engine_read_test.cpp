@@ -32,7 +32,7 @@ TEST(TransferEngineRead, VersionReadStepByStep) {
                    "log SCHREIBEN: <6>", "received 0 007B090300003E<253>", "progress 100",
                    "busy off", "status Download done", "comment done", "finished"}));
   EXPECT_EQ(h.engine().outcome().received[0], kVersionData);
-  EXPECT_EQ(h.engine().outcome().title, "Upload active");
+  EXPECT_EQ(h.title(), "Upload active");
 }
 
 // What a read brings is logged as it came, so only the READ lines may differ between pieces.
@@ -69,19 +69,19 @@ TEST(TransferEngine, RepliesInPiecesGiveTheSameOutcomeAsWholeReplies) {
        "??M" + ACK + NAK + ACK + ACK, full + "Z" + EOB},
   };
   for (const Script& script : scripts) {
-    SCOPED_TRACE(script.job.title);
+    SCOPED_TRACE(script.job.contentLabel);
     Harness whole(script.job);
     whole.run(script.steps);
     EXPECT_EQ(whole.wire, script.wire);
     EXPECT_EQ(whole.engine().outcome().receivedText(), script.received);
-    EXPECT_EQ(whole.engine().comment(), "done");
+    EXPECT_EQ(whole.comment(), "done");
     for (const std::size_t piece : {1U, 2U, 3U, 5U, 65U}) {
       Harness pieces(script.job);
       pieces.run(script.steps, piece);
       EXPECT_EQ(pieces.wire, whole.wire) << piece;
       EXPECT_EQ(withoutReadLines(pieces.events), withoutReadLines(whole.events)) << piece;
       EXPECT_EQ(pieces.engine().outcome().received, whole.engine().outcome().received) << piece;
-      EXPECT_EQ(pieces.engine().outcome().title, whole.engine().outcome().title) << piece;
+      EXPECT_EQ(pieces.title(), whole.title()) << piece;
     }
   }
 }
@@ -96,7 +96,7 @@ TEST(TransferEngineRead, WrongChecksumIsAnsweredWithNakAndReadAgain) {
   EXPECT_EQ(h.only("log SCHREIBEN:"),
             (Lines{"log SCHREIBEN: <21>", "log SCHREIBEN: <21>", "log SCHREIBEN: <6>"}));
   EXPECT_EQ(h.engine().outcome().received[0], kVersionData);
-  EXPECT_EQ(h.engine().comment(), "done");
+  EXPECT_EQ(h.comment(), "done");
 }
 
 TEST(TransferEngineRead, CountReplyIsTheFourCharactersAfterTheLetter) {
@@ -117,7 +117,7 @@ TEST(TransferEngineRead, CountReplyIsTheFourCharactersAfterTheLetter) {
     EXPECT_EQ(h.wire, "T" + ACK);
     EXPECT_EQ(h.only("count", "box"), Lines{shown});
     if (shown == denied) {
-      EXPECT_EQ(h.engine().comment(), "Denied");
+      EXPECT_EQ(h.comment(), "Denied");
       EXPECT_EQ(h.only("title"), Lines{});
       EXPECT_EQ(h.result(), 0);
       EXPECT_EQ(h.engine().outcome().receivedText(), "");
@@ -197,7 +197,7 @@ TEST(TransferEngine, EndingsAfterTheSignIn) {
     EXPECT_EQ(h.only("busy"), Lines{"busy off"});
     EXPECT_EQ(h.events.back(), "finished");
     if (!row.comment.empty()) {
-      EXPECT_EQ(h.engine().comment(), row.comment);
+      EXPECT_EQ(h.comment(), row.comment);
     }
     EXPECT_EQ(h.result(), row.result);
     // Nothing more happens once it is over.
@@ -218,7 +218,7 @@ TEST(TransferEngineRead, EveryBlockEndedByTheEndMark) {
   h.signIn();
   h.run({bytesAt(1200, "L0006"), bytesAt(1300, first), bytesAt(1400, second)});
   EXPECT_EQ(h.wire, "L" + ACK + ACK + ACK);
-  EXPECT_EQ(h.engine().comment(), "done");
+  EXPECT_EQ(h.comment(), "done");
   EXPECT_EQ(h.engine().outcome().received[0], "AB" + EOB + "CD" + EOB);
   EXPECT_EQ(receivedDataText(h.engine().outcome()), "ABCD" + EOB);
   // What one read brought is logged whole, the checksum characters after the mark included;
@@ -251,7 +251,20 @@ TEST(TransferEngineRead, AFullReceiveBoxPassesOnToTheNext) {
   EXPECT_EQ(received[1], "Z" + EOB);
   EXPECT_EQ(h.only("received 1"), Lines{"received 1 Z<253>"});
   EXPECT_EQ(h.wire, "M" + ACK + std::string(251, '\x06'));
-  EXPECT_EQ(h.engine().comment(), "done");
+  EXPECT_EQ(h.comment(), "done");
+}
+
+// A block cut off by the time-out is logged as each piece came, and never as a block; a piece
+// that arrives as the wait runs out comes too late to be read or logged.
+TEST(TransferEngineRead, PartialBlockAtTheTimeOutIsLoggedAsItCame) {
+  Harness h(readJob('v', "Version"));
+  h.signIn();
+  h.run({bytesAt(1200, "V000F"), bytesAt(1300, "007B"), bytesAt(1400, "09"), bytesAt(22000, "03")});
+  EXPECT_EQ(h.only("log"),
+            (Lines{"log READ: V000F", "log WRITE: <6>", "log READ: 007B", "log READ: 09"}));
+  EXPECT_EQ(h.only("box", "title"), (Lines{"box : Timeout", "title No response", "title Timeout"}));
+  EXPECT_EQ(h.engine().outcome().receivedText(), "");
+  EXPECT_EQ(h.result(), 4);
 }
 
 }  // namespace

@@ -53,7 +53,7 @@ TEST(TransferEngineSend, DownloadOfTwoCharactersStepByStep) {
                    "comment Sending data block by block...", "block AB | 30", "log WRITE: AB03",
                    "progress 100", "log READ: <6>", "reply [ACK]", "log READ: <6>", "reply [ACK]",
                    "status Download done", "comment done", "busy off", "finished"}));
-  EXPECT_EQ(h.engine().outcome().title, "Download active");
+  EXPECT_EQ(h.title(), "Download active");
   EXPECT_EQ(h.due(), std::nullopt);
 }
 
@@ -94,7 +94,7 @@ TEST(TransferEngineSend, OneReadIsOneReplyJudgedByItsLastCharacter) {
     h.run(row.steps);
     EXPECT_EQ(h.wire, row.wire);
     EXPECT_EQ(h.only("reply", "box"), row.repliesAndBoxes);
-    EXPECT_EQ(h.engine().comment(), "done");
+    EXPECT_EQ(h.comment(), "done");
     EXPECT_EQ(h.result(), row.result);
   }
 }
@@ -117,13 +117,22 @@ TEST(TransferEngineSignIn, EndingsAndTheirBoxes) {
        "????M0002", Lines{}},
       // Across midnight the pause still lasts one second.
       {"pauseAcrossMidnight", 0, "",
-       Steps{startAt(86399000), bytesAt(86399500, ACK), deadlineAt(499), deadlineAt(500)},
+       Steps{startAt(86399000), bytesAt(86399500, ACK), deadlineAt(86400499), deadlineAt(86400500)},
        "??M0002", Lines{}},
-      // The wait counts from the whole second and survives midnight: 20.999 s still waits.
+      // The wait counts from the whole second and starts again at midnight: 20.999 s after it
+      // still waits.
       {"signInAcrossMidnightStillWaits", 0, "",
-       Steps{startAt(86399000), deadlineAt(0), deadlineAt(20999)}, "??", Lines{}},
+       Steps{startAt(86399000), deadlineAt(86400000), deadlineAt(86420999)}, "??", Lines{}},
       {"signInAcrossMidnightTimesOut", 0, "",
-       Steps{startAt(86399000), deadlineAt(0), deadlineAt(21000)}, "??",
+       Steps{startAt(86399000), deadlineAt(86400000), deadlineAt(86421000)}, "??",
+       Lines{"box : Timeout", "title No response", "box Terminal: Telvane not ready",
+             "title No connection"}},
+      // The steady clock counts from anywhere: the time of day read at the start places the
+      // midnight, here 1.4 s after the start.
+      {"midnightPlacedByTheTimeOfDay", 0, "",
+       Steps{startAt(5000, 86398600), deadlineAt(26399), deadlineAt(27399)}, "??", Lines{}},
+      {"midnightPlacedByTheTimeOfDayTimesOut", 0, "",
+       Steps{startAt(5000, 86398600), deadlineAt(27400)}, "??",
        Lines{"box : Timeout", "title No response", "box Terminal: Telvane not ready",
              "title No connection"}},
       {"ackAnywhereInTheAnswerCounts", 0, "",
@@ -149,7 +158,7 @@ TEST(TransferEngineSignIn, EndingsAndTheirBoxes) {
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
     Harness h(sendJob("AB"), inLanguage(row.language));
-    h.engine().setPortErrorText(row.portError);
+    h.presenter().setPortErrorText(row.portError);
     h.run(row.steps);
     const Lines shown = h.only("box", "title");
     EXPECT_EQ(shown, row.boxesAndTitles);
@@ -175,7 +184,7 @@ TEST(TransferEngineSend, StartIdentifierRefusedOrNothingToSend) {
     EXPECT_EQ(h.only("reply", "box", "title"), shown);
     EXPECT_TRUE(h.engine().finished());
     if (reply == NAK) {
-      EXPECT_EQ(h.engine().comment(), "Denied");
+      EXPECT_EQ(h.comment(), "Denied");
     }
     EXPECT_EQ(h.result(), 0);
   }
@@ -209,7 +218,7 @@ TEST(TransferEngineSend, FiveFailuresWithinOneDataStringEndTheTransfer) {
     EXPECT_EQ(h.wire, row.wire);
     EXPECT_EQ(h.only("box"), row.boxes);
     EXPECT_TRUE(h.engine().finished());
-    EXPECT_EQ(h.engine().comment(), row.result == 0 ? "done" : "Cancel");
+    EXPECT_EQ(h.comment(), row.result == 0 ? "done" : "Cancel");
     EXPECT_EQ(h.result(), row.result);
   }
 }
@@ -229,8 +238,12 @@ TEST(ReplyTimeout, CountsFromTheWholeSecond) {
        Probes{{30499, false}, {30999, false}, {31000, true}, {31500, true}}},
       // Begun at x.999 the wait still lasts just over 20 seconds: it ends at x+21.000.
       {"lateInASecond", 10999, 31000, Probes{{30998, false}, {31000, true}}},
-      {"midnightMovesTheStartToTheNewDay", 86395500, 86400000,
-       Probes{{86399999, false}, {3, false}, {20999, false}, {21000, true}}},
+      // A wait that would end after midnight starts again there.
+      {"midnightMovesTheStartToTheNewDay", 86395500, 86421000,
+       Probes{{86399999, false}, {86400003, false}, {86420999, false}, {86421000, true}}},
+      // One that ends exactly at midnight starts again as well.
+      {"dueAtMidnightStartsAgain", 86379000, 86421000,
+       Probes{{86399999, false}, {86400000, false}, {86421000, true}}},
   };
   for (const Row& row : rows) {
     ReplyTimer timer;

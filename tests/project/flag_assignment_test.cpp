@@ -66,9 +66,6 @@ TEST(FlagCommandTest, TypingAndClearingAffectOnlyTheCurrentFlag) {
   EXPECT_EQ(project.flags.entries[3], "-1;-1");
   EXPECT_EQ(project.flags.entries[2], "1;1");
   EXPECT_EQ(LabelColour(project, 1), FlagColour::Yellow);
-  EXPECT_EQ(ColourRgb(FlagColour::Yellow), (Rgb{255, 255, 0}));
-  EXPECT_EQ(ColourValue(FlagColour::Yellow), 65535U);
-  EXPECT_EQ(ColourValue(FlagColour::White), 16777215U);
 }
 
 TEST(FlagCommandTest, ChoosingAndLeavingFieldsShowRowsWithinBounds) {

@@ -1,12 +1,9 @@
-#include <chrono>
 #include <filesystem>
 #include <random>
 
 #include <gtest/gtest.h>
 
 #include "file_bytes.h"
-#include "project/flag_assignment.h"
-#include "project/number_text.h"
 #include "project/project_file.h"
 #include "scripted_dialog.h"
 #include "texts_in.h"
@@ -124,52 +121,6 @@ TEST_F(ProjectFileIoTest, FailedSaveKeepsTargetAndLeavesNoTemporary) {
   EXPECT_EQ(readBytes(target / "inside"), "kept");
   EXPECT_EQ(ProjectFileSave(m_dir / "nicht" / "da.EAY", project, dialog),
             (WriteResult{false, "No such file or directory"}));
-}
-
-// Loads `bytes` through a real file within a second and checks what any load must leave.
-Project loadFast(const fs::path& path, const std::string& bytes, ScriptedDialog& dialog) {
-  writeBytes(path, bytes);
-  Project project;
-  const auto start = std::chrono::steady_clock::now();
-  EXPECT_EQ(ProjectFileLoad(path, project, textsIn(kEnglish), dialog).status, LoadStatus::Ok);
-  const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(
-      std::chrono::steady_clock::now() - start);
-  EXPECT_LT(elapsed.count(), 1000);
-  ::testing::Test::RecordProperty("load_ms_" + path.stem().string(),
-                                  static_cast<int>(elapsed.count()));
-  EXPECT_EQ(project.messages.rows(), 100);
-  EXPECT_EQ(project.filters.rows(), 10);
-  EXPECT_EQ(project.phones.rows(), 60);
-  EXPECT_TRUE(project.pin == "____" ||
-              (project.pin.size() >= 4 && project.pin.size() <= 5 &&
-               project.pin.find_first_not_of("0123456789") == std::string::npos))
-      << project.pin;
-  for (int flag = 1; flag <= 32; ++flag) {
-    EXPECT_EQ(LabelColour(project, flag - 1) == FlagColour::Yellow,
-              NumericValue(project.flags.entries[static_cast<std::size_t>(flag)]) > 0);
-  }
-  EXPECT_FALSE(project.changed);
-  return project;
-}
-
-TEST_F(ProjectFileIoTest, HugeFilesLoadFast) {
-  std::mt19937 random(20240611);
-  std::string bytes(10U << 20, '\0');
-  for (char& c : bytes) c = static_cast<char>(random() & 0xFF);
-  ScriptedDialog dialog;
-  (void)loadFast(m_dir / "random.EAY", bytes, dialog);
-
-  const std::string line(1U << 20, 'q');  // not a hexadecimal digit
-  dialog.boxes.clear();
-  const Project project = loadFast(
-      m_dir / "long.EAY",
-      "M@" + line + ";" + line + "\r\nF01" + line + "\r\nT" + line + "\r\nT" + line + ";" + line +
-          "\r\nL1;;" + line + "\r\nE 3;" + line + "\r\nE" + std::string(1U << 20, '9') + ";1;1\r\n",
-      dialog);
-  EXPECT_EQ(project.messages.cell(1, 4).size(), line.size());
-  EXPECT_EQ(project.phones.cell(1, 2).size(), line.size());
-  EXPECT_EQ(project.pin, "0000");
-  EXPECT_EQ(dialog.texts(), std::vector<std::string>{"Message nr. 0 > 160"});
 }
 
 }  // namespace

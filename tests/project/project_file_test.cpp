@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "file_bytes.h"
 #include "project/validation.h"
 #include "row_name.h"
 #include "scripted_dialog.h"
@@ -47,27 +48,9 @@ TEST(ProjectFileSaveTest, EveryRecordKindByteExact) {
   project.flags.entries[32] = "12;60";
 
   ScriptedDialog dialog;
+  // The file as it must be, written by hand: data/every_record_saved.EAY.
   EXPECT_EQ(ProjectFileBytes(project, dialog, {3, 6, 7}),
-            "MAPumpe 1 St\xF6rung;Keller\r\n"
-            "M@;\r\n"
-            "MFNiveau; zu hoch;\r\n"
-            "MQ*T#;Vielen Dank ??? xxx angekommen\r\n"
-            "F01Reset;Fernquittung\r\n"
-            "F02;\r\nF03;\r\nF04;\r\nF05;\r\nF06;\r\nF07;\r\nF08;\r\nF09;\r\n"
-            "F10Ende;\r\n"
-            "T+491710760000\xB6\xB6\xB6\xB6\xB6\xB6\xB6;SMSC\r\n"
-            "T+4901715551234\xB6\xB6\xB6\xB6\xB6\xB6;Meier\r\n"
-            "T\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6;zu "
-            "kurz\r\n"
-            "T00491715551234567890;\r\n"
-            "P\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\xB6\r\n"
-            "L1;;04D2;Pumpwerk M\xFChle\r\n"
-            "E 1;07;3\r\n"
-            "E 5;-2;-1\r\n"
-            "E 6;-25;1\r\n"
-            "E 7; 3;4\r\n"
-            "E 32;12;60\r\n"
-            "V3.6.7\r\n");
+            testing::readBytes(QUILLON_TEST_DATA_DIR "/every_record_saved.EAY"));
 
   // Saving cleans the table too; the cut to 20 characters is the file's alone.
   EXPECT_EQ(project.phones.cell(1, 1), "+4901715551234");
@@ -81,8 +64,9 @@ TEST(ProjectFileSaveTest, EveryRecordKindByteExact) {
 TEST(PinTest, FourHexDigitsInFile) {
   // The PIN as typed, its field in the file, and what the PIN box shows after reading it back.
   const std::array<std::string, 3> cases[] = {
-      {"1234", "04D2", "1234"}, {"0255", "00FF", "0255"},   {"____", "0000", "0000"},
-      {"12__", "0000", "0000"}, {"99999", "869F", "34463"}, {"65535", "FFFF", "65535"},
+      {"1234", "04D2", "1234"},   {"0255", "00FF", "0255"},   {"____", "0000", "0000"},
+      {"12__", "0000", "0000"},   {"99999", "869F", "34463"}, {"65535", "FFFF", "65535"},
+      {"-1234", "FB2E", "64302"},  // two's complement: 0x10000 - 1234
   };
   for (const auto& [pin, file, loaded] : cases) {
     EXPECT_EQ(PinToFile(pin), file) << pin;
@@ -170,6 +154,15 @@ INSTANTIATE_TEST_SUITE_P(
                  repeatLines(12, "F00Filter ") + repeatLines(63, "T0171"),
                  {"F10.1=Filter 9", "smsc=01710", "T1.1=01711", "T60.1=017160"},
                  {"Max.  10Filter texts", "Too many phone numbers"}},
+        LoadCase{"elevenFiltersWarnAtTheEleventh",
+                 repeatLines(11, "F00Filter "),
+                 {"F10.1=Filter 9"},
+                 {"Max.  10Filter texts"}},
+        // A body of one character has neither text nor comment; of two, the second is the comment.
+        LoadCase{"oneCharacterBodyIsLost",
+                 "M@x\r\nM@;x\r\nF01y\r\n",
+                 {"M1.4=", "M1.5=", "M2.4=", "M2.5=x", "F1.1=", "F1.2="},
+                 {}},
         LoadCase{
             "warningsInGerman",
             "M@aa;\r\nM@b;\r\n" + repeatLines(99, "M@Text ") + repeatLines(62, "T0171"),

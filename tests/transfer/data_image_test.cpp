@@ -167,19 +167,24 @@ TEST(PhoneImage, WarningsNeverStopTheBuild) {
     const char* name;
     int reported;  // 0: the module did not say
     const char* centre;
+    const char* sent;  // the centre's field up to its pads
     bool wrongCountShown;
     bool checkCentreShown;
   };
   const Row rows[] = {
-      {"tooManyReported", 62, "+49171", true, false},
-      {"emptyCentre", 0, "", false, true},
-      {"both", 61, "12", true, true},
+      {"tooManyReported", 62, "+49171", "+49171", true, false},
+      {"emptyCentre", 0, "", "", false, true},
+      {"twoCharactersAreDropped", 61, "12", "", true, true},
+      {"threeCharactersAreSentButChecked", 0, "123", "123", false, true},
+      {"fourCharactersPass", 0, "1234", "1234", false, false},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     Bench bench;
     bench.project.smsCentre = row.centre;
-    EXPECT_EQ(phoneImage(bench, row.reported).size(), 1302U);
+    const std::string image = phoneImage(bench, row.reported);
+    EXPECT_EQ(image.size(), 1302U);
+    EXPECT_EQ(image.substr(0, image.find(kP)), row.sent);
     std::vector<Box> expected = onlyIf(row.wrongCountShown, wrongCount);
     if (row.checkCentreShown) expected.push_back(checkCentre);
     EXPECT_EQ(bench.dialog.boxes, expected);
@@ -235,7 +240,7 @@ TEST(Handover, SplitAndStartIdentifier) {
     std::string image(row.length, 'x');
     image.back() = '\xFD';
     const TransferJob job = downloadJob(row.kind, "Messages", image);
-    EXPECT_EQ(job.title, "Download active");
+    EXPECT_EQ(job.direction, TransferDirection::Download);
     EXPECT_EQ(job.contentLabel, "Messages");
     EXPECT_EQ(job.startIdentifier, row.identifier);
     EXPECT_EQ(job.sendText2.size(), row.second);

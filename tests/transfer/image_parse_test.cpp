@@ -22,19 +22,23 @@ TEST(ParseMessages, OptionLettersTextsAckRequestAndFilters) {
   Table& m = bench.project.messages;
   m.setCell(1, 3, "x");  // emptied by the upload
   m.setCell(1, 5, "comment kept");
-  m.setCell(4, 4, "row not in the image stays");
+  m.setCell(6, 4, "row not in the image stays");
   bench.project.filters.setCell(2, 1, "old filter");
-  // The first record spans boxes 1 to 3, the second boxes 3 and 5 with box 4 empty.
+  // The first record spans boxes 1 to 3, the second boxes 3 and 5 with box 4 empty. "A" and "B"
+  // tell acknowledgement from call back, which the symmetric "C", "G" and "D" cannot.
   const std::array<std::string, kReceiveBoxes> received = {
-      "A;" + kP + "CGr", "~\x1E", "\x65" + kP + "GT~r", "", " [^\\" + kP + "D" + kP + kEnd};
+      "A;" + kP + "CGr", "~\x1E", "\x65" + kP + "GT~r", "",
+      " [^\\" + kP + "D" + kP + "Aa" + kP + "Bb" + kP + kEnd};
   const MessagesParse parsed = parseMessages(received, bench.project, bench.env);
   EXPECT_TRUE(parsed.endMarkSeen);
   EXPECT_FALSE(parsed.malformed);
-  const char* expected[4][5] = {{"x", "x", "", "Gr\xFC\xDF\x65", "comment kept"},
+  const char* expected[6][5] = {{"x", "x", "", "Gr\xFC\xDF\x65", "comment kept"},
                                 {"x", "x", "x", "T\xFCr \xC4\xDC\xD6", ""},
                                 {"", "", "x", "", ""},
+                                {"x", "", "", "a", ""},
+                                {"", "x", "", "b", ""},
                                 {"", "", "", "row not in the image stays", ""}};
-  for (int row = 1; row <= 4; ++row) {
+  for (int row = 1; row <= 6; ++row) {
     for (int column = 1; column <= 5; ++column) {
       EXPECT_EQ(m.cell(row, column), expected[row - 1][column - 1]) << row << "/" << column;
     }
@@ -175,6 +179,7 @@ TEST(ParseControllerData, RecordsReceptionFieldAndMalformedInput) {
        {{3, "12;5"}, {32, "400;60"}, {7, "-2;-1"}},
        ""},
       {"noReceptionFlagWritesEntryZero", image("", "00"), {{0, "-2;-1"}}, ""},
+      {"receptionOnTheLastFlag", image("", "20"), {{32, "-2;-1"}}, ""},
       {"receptionFieldOfOneCharacter", image("", "7"), {{7, "-2;-1"}}, badReception},
       {"indexAboveHundredEndsParsing",
        image("0100010100"

@@ -44,7 +44,7 @@ TEST(ReadLogger, ResultHandlingIsGermanInEveryLanguage) {
     bench.dialog.answer(row.answer);
     std::string monitor = "old";
     int result = -1;
-    ReadLogger(bench.context, monitor, result);
+    RunNow(ReadLogger(bench.context, monitor, result));
     EXPECT_EQ(result, row.result);
     EXPECT_EQ(bench.dialog.boxes, row.boxes);
     EXPECT_EQ(monitor, row.monitor);
@@ -70,6 +70,7 @@ TEST(SaveLoggerText, OverwriteQuestionAndFailures) {
       {"newFile", nullptr, BoxAnswer::No, LoggerSave::Saved, "neu\r\nB\r\n"},
       {"yesReplaces", "alt", BoxAnswer::Yes, LoggerSave::Saved, "neu\r\nB\r\n"},
       {"noKeepsTheFile", "alt", BoxAnswer::No, LoggerSave::Declined, "alt"},
+      {"cancelKeepsTheFile", "alt", BoxAnswer::Cancel, LoggerSave::Declined, "alt"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);

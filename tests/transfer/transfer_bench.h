@@ -9,7 +9,9 @@
 #include <vector>
 
 #include "link/sign_in.h"
+#include "link/transfer_presenter.h"
 #include "project/project.h"
+#include "run_now.h"
 #include "scripted_dialog.h"
 #include "text/ui_texts.h"
 #include "transfer/transfer_context.h"
@@ -25,25 +27,34 @@ class FakeLinkPort : public LinkPort {
  public:
   int openLinkPort() override { return openResult; }
   void closeLinkPort() override {}
-  TransferOutcome runTransfer(const TransferJob& job) override {
+  void startTransfer(const TransferJob& job, std::function<void(TransferOutcome)> done) override {
     jobs.push_back(job);
-    if (outcomes.empty()) return TransferOutcome{job.title, {}};
-    TransferOutcome next = std::move(outcomes.front());
-    outcomes.pop_front();
-    if (next.title.empty()) next.title = job.title;
-    return next;
+    TransferOutcome outcome;
+    if (!scripts.empty()) {
+      outcome.status = statusTitled(scripts.front().first);
+      outcome.received[0] = std::move(scripts.front().second);
+      scripts.pop_front();
+    }
+    done(std::move(outcome));
   }
   [[nodiscard]] std::string portStatusText() const override { return "COM1 9600,N,8,1"; }
-  // An empty title stands for the job's own title: the transfer went well.
+  // The transfer ends with the window titled `title` ("Cancel", "Timeout" ...); an empty title
+  // stands for the job's own title: the transfer went well.
   void script(const std::string& title, std::string received = {}) {
-    TransferOutcome outcome{title, {}};
-    outcome.received[0] = std::move(received);
-    outcomes.push_back(std::move(outcome));
+    scripts.emplace_back(title, std::move(received));
   }
 
   int openResult = 0;
-  std::deque<TransferOutcome> outcomes;
+  std::deque<std::pair<std::string, std::string>> scripts;
   std::vector<TransferJob> jobs;
+
+ private:
+  static TransferStatus statusTitled(const std::string& title) {
+    using enum TransferStatus;
+    for (TransferStatus status : {Cancel, Timeout, NoConnection, NoResponse, VersionConflict})
+      if (StatusTitle(status, TransferDirection::Upload) == title) return status;
+    return Active;
+  }
 };
 
 // Keeps the transfer panel's texts in order.
@@ -69,9 +80,9 @@ struct Bench {
     context.hooks.saveProjectAs = [this] { saveAsAtJob.push_back(port.jobs.size()); };
   }
 
-  int run(void (*procedure)(TransferContext&, int&)) {
+  int run(Task<> (*procedure)(TransferContext&, int&)) {
     int result = 0;
-    procedure(context, result);
+    RunNow(procedure(context, result));
     return result;
   }
   // The kind letter of each job: upper case for a download, lower case for a request.

@@ -39,7 +39,7 @@ void fillRichProject(Project& project) {
 TEST(Uploads, SavePromptComesFirst) {
   struct Row {
     const char* name;
-    void (*run)(TransferContext&, int&);
+    Task<> (*run)(TransferContext&, int&);
     bool changed;
     BoxAnswer answer;
     std::vector<std::size_t> saveAsAtJob;
@@ -62,7 +62,7 @@ TEST(Uploads, SavePromptComesFirst) {
     bench.run(row.run);
     EXPECT_EQ(bench.saveAsAtJob, row.saveAsAtJob);
     EXPECT_EQ(bench.jobKinds(), row.kinds);
-    EXPECT_EQ(bench.port.jobs.front().title, "Upload active");
+    EXPECT_EQ(bench.port.jobs.front().direction, TransferDirection::Upload);
     EXPECT_EQ(bench.project.changed, row.changed && row.answer == BoxAnswer::No);
     const Box prompt{"Kestrix", "Daten ge\xE4ndert. Abspeichern ?", BoxIcon::Exclamation,
                      BoxButtons::YesNo, BoxAnswer::Yes};
@@ -75,7 +75,7 @@ TEST(Uploads, SavePromptComesFirst) {
 TEST(Uploads, ResultHandlingPerProcedure) {
   struct Procedure {
     const char* name;
-    void (*run)(TransferContext&, int&);
+    Task<> (*run)(TransferContext&, int&);
     std::string image;
     Box fragments;
   };
@@ -159,6 +159,23 @@ TEST(UploadMessages, StatusTellsHowTheDataCameIn) {
     bench.dialog.answer(BoxAnswer::Yes);  // process the fragments
     bench.run(UploadMessages);
     EXPECT_TRUE(bench.lastStatus().starts_with(status)) << bench.lastStatus();
+  }
+}
+
+// Declining the ready question is told as no connection, and nothing is read or changed.
+TEST(Uploads, DeclinedReadyQuestionTellsNoConnection) {
+  const Box ready{"Kestrix", "Telvane ready ?", BoxIcon::Question, BoxButtons::OkCancel,
+                  BoxAnswer::Ok};
+  for (const auto procedure : {UploadMessages, UploadPhoneNumbers, ReadP, ReadEasy800}) {
+    Bench bench;
+    fillRichProject(bench.project);
+    const Project before = bench.project;
+    bench.session.readyConfirmed = false;
+    bench.dialog.answer(BoxAnswer::Cancel);
+    EXPECT_EQ(bench.run(procedure), 2);
+    EXPECT_EQ(bench.dialog.boxes, (std::vector<Box>{ready, kNoConnection}));
+    EXPECT_TRUE(bench.port.jobs.empty());
+    EXPECT_TRUE(bench.project == before);
   }
 }
 

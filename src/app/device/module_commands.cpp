@@ -1,8 +1,6 @@
 #include "app/device/module_commands.h"
 
 #include <QAction>
-#include <QCoreApplication>
-#include <QEventLoop>
 #include <QTime>
 
 #include "app/device/monitor_dialog.h"
@@ -94,8 +92,6 @@ TransferHooks ModuleCommands::hooks() {
   TransferHooks hooks;
   hooks.showIdentification = [this] { showIdentification(); };
   hooks.saveProjectAs = [this] { saveProjectAs(); };
-  // Repaints only: a click waiting in the queue must not start a second command meanwhile.
-  hooks.processEvents = [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); };
   return hooks;
 }
 
@@ -163,22 +159,29 @@ void ModuleCommands::report(int commandSlot, int result) {
   m_shell.status().setStatus(StatusPanel::LastTransfer, LastTransferText(report, state.texts));
 }
 
-void ModuleCommands::transfer(int commandSlot,
-                              const std::function<void(TransferContext&, int&)>& procedure) {
-  if (m_busy || m_serial.transferRunning()) return;
+void ModuleCommands::transfer(int commandSlot, Procedure procedure) {
+  // One command at a time: the transfer window is modal, but a click can come between two
+  // transfers of one command.
+  if (busy()) return;
   m_busy = true;
+  StartTask(runCommand(commandSlot, procedure), [this] {
+    m_busy = false;
+    // Uploads fill the tables, downloads write back normalised numbers, the identity may have
+    // raised the message limit.
+    m_shell.projectReplaced();
+    Q_EMIT commandFinished();
+  });
+}
+
+Task<> ModuleCommands::runCommand(int commandSlot, Procedure procedure) {
   beginReport();
   AppState& state = m_shell.state();
   LinkContext link = linkContext();
   TransferContext context{link, state.texts, state.project, hooks()};
   int result = kResultOk;
-  procedure(context, result);
+  co_await procedure(context, result);
   m_lastResult = result;
   report(commandSlot, result);
-  m_busy = false;
-  // Uploads fill the tables, downloads write back normalised numbers, the identity may have
-  // raised the message limit.
-  m_shell.projectReplaced();
 }
 
 void ModuleCommands::downloadAll() { transfer(slot::kDownloadAll, DownloadAll); }
@@ -199,20 +202,27 @@ void ModuleCommands::saveProjectAs() {
   if (auto* action = m_shell.window()->findChild<QAction*>("MenuFileSaveAs")) action->trigger();
 }
 
-void ModuleCommands::readIdentity() {
-  if (m_serial.transferRunning()) return;
+void ModuleCommands::readIdentity(std::function<void()> ended) {
+  // The dialog may be open over a command that waits for it; only the port must be free.
+  if (m_serial.transferRunning()) return ended();
+  StartTask(runIdentity(), [this, ended = std::move(ended)] {
+    m_shell.projectReplaced();
+    ended();
+    Q_EMIT commandFinished();
+  });
+}
+
+Task<> ModuleCommands::runIdentity() {
   beginReport();
   LinkContext link = linkContext();
-  const std::string left = ReadIdentity(link);
-  report(slot::kFirmwareVersion,
-         left == kStatusVersionConflict ? kResultVersionConflict : TransferResultForTitle(left));
-  m_shell.projectReplaced();
+  const TransferStatus left = co_await ReadIdentity(link);
+  report(slot::kFirmwareVersion, ResultOf(left));
 }
 
 void ModuleCommands::showIdentification() {
   VersionDialog version(
-      m_shell.state().session.identity, m_shell.dialog(), [this] { readIdentity(); },
-      m_shell.window());
+      m_shell.state().session.identity, m_shell.dialog(),
+      [this](std::function<void()> ended) { readIdentity(std::move(ended)); }, m_shell.window());
   (void)version.exec();
 }
 
@@ -228,21 +238,29 @@ void ModuleCommands::readLogger() {
   m_busy = true;
   MonitorDialog monitor(
       m_shell.state(), m_shell.dialog(), *m_files,
-      [this](std::string& text) {
-        if (m_serial.transferRunning()) return;
-        beginReport();
-        AppState& state = m_shell.state();
-        LinkContext link = linkContext();
-        TransferContext context{link, state.texts, state.project, hooks()};
-        int result = kResultOk;
-        ReadLogger(context, text, result);
-        m_lastResult = result;
-        report(slot::kReadLogger, result);
-        m_shell.projectReplaced();
+      [this](std::string text, std::function<void(std::string)> ended) {
+        if (m_serial.transferRunning()) return ended(std::move(text));
+        StartTask(runLogger(std::move(text)), [this, ended = std::move(ended)](std::string shown) {
+          m_shell.projectReplaced();
+          ended(std::move(shown));
+          Q_EMIT commandFinished();
+        });
       },
       m_shell.window());
   (void)monitor.exec();
   m_busy = false;
+}
+
+Task<std::string> ModuleCommands::runLogger(std::string monitor) {
+  beginReport();
+  AppState& state = m_shell.state();
+  LinkContext link = linkContext();
+  TransferContext context{link, state.texts, state.project, hooks()};
+  int result = kResultOk;
+  co_await ReadLogger(context, monitor, result);
+  m_lastResult = result;
+  report(slot::kReadLogger, result);
+  co_return monitor;
 }
 
 void ModuleCommands::acknowledgementRequest() {

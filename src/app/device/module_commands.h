@@ -67,6 +67,12 @@ class ModuleCommands : public QObject, public DeviceCommands, private TransferOb
   [[nodiscard]] Term& term() { return *m_term; }
   // The result 0..7 of the last download or upload command.
   [[nodiscard]] int lastResult() const { return m_lastResult; }
+  // A command that talks to the module is under way.
+  [[nodiscard]] bool busy() const { return m_busy || m_serial.transferRunning(); }
+
+ Q_SIGNALS:
+  // A download, upload, identity query or logger read-out has ended and been reported.
+  void commandFinished();
 
  private:
   // The transfer window watches every transfer; the commands listen in for status-bar panel 3.
@@ -74,15 +80,19 @@ class ModuleCommands : public QObject, public DeviceCommands, private TransferOb
   void transferEvent(const TransferEvent& event) override;
   void transferFinished(const TransferOutcome& outcome) override;
 
-  // Runs one command given by its caption's text slot.
-  void transfer(int commandSlot, const std::function<void(TransferContext&, int&)>& procedure);
+  using Procedure = Task<> (*)(TransferContext&, int&);
+  // Starts one command given by its caption's text slot; it runs on from the event loop.
+  void transfer(int commandSlot, Procedure procedure);
+  [[nodiscard]] Task<> runCommand(int commandSlot, Procedure procedure);
+  [[nodiscard]] Task<> runIdentity();
+  [[nodiscard]] Task<std::string> runLogger(std::string monitor);
   void beginReport();
   void report(int commandSlot, int result);
   [[nodiscard]] PortId currentPort() const;
   // The transfer window loads: the port follows the settings again and the engine the language.
   void prepareLink();
   void showIdentification();
-  void readIdentity();
+  void readIdentity(std::function<void()> ended);
   void saveProjectAs();
   [[nodiscard]] LinkContext linkContext();
   [[nodiscard]] TransferHooks hooks();

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QHBoxLayout>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <filesystem>
@@ -13,7 +14,7 @@
 namespace quillon::app::device {
 
 MonitorDialog::MonitorDialog(const AppState& state, UserDialog& dialog, FilePicker& files,
-                             std::function<void(std::string&)> readLogger, QWidget* parent)
+                             ReadLogger readLogger, QWidget* parent)
     : QDialog(parent), m_dialog(dialog), m_files(files), m_readLogger(std::move(readLogger)) {
   setObjectName("frmMonitor");
   setWindowTitle(state.text(slot::kMonitorTitle));
@@ -50,7 +51,13 @@ MonitorDialog::MonitorDialog(const AppState& state, UserDialog& dialog, FilePick
 
 void MonitorDialog::upload() {
   if (!m_readLogger) return;
-  m_readLogger(m_monitor);
+  m_readLogger(m_monitor, [dialog = QPointer<MonitorDialog>(this)](std::string monitor) {
+    if (dialog) dialog->showMonitor(std::move(monitor));
+  });
+}
+
+void MonitorDialog::showMonitor(std::string monitor) {
+  m_monitor = std::move(monitor);
   // The box shows lines; the saved text keeps the module's carriage returns.
   QString shown = toQString(m_monitor);
   shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));

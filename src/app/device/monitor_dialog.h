@@ -17,19 +17,23 @@ class MonitorDialog : public QDialog {
   Q_OBJECT
 
  public:
-  // `readLogger` runs the read-out into the text it is given.
-  MonitorDialog(const AppState& state, UserDialog& dialog, FilePicker& files,
-                std::function<void(std::string& monitor)> readLogger, QWidget* parent = nullptr);
+  // `readLogger` starts the read-out from the text shown now and calls `ended` with the text to
+  // show once it is over.
+  using ReadLogger =
+      std::function<void(std::string monitor, std::function<void(std::string)> ended)>;
+  MonitorDialog(const AppState& state, UserDialog& dialog, FilePicker& files, ReadLogger readLogger,
+                QWidget* parent = nullptr);
 
   [[nodiscard]] const std::string& monitorText() const { return m_monitor; }
 
  private:
   void upload();
+  void showMonitor(std::string monitor);
   void save();
 
   UserDialog& m_dialog;
   FilePicker& m_files;
-  std::function<void(std::string&)> m_readLogger;
+  ReadLogger m_readLogger;
   std::string m_monitor;  // as received, lines ended by CR LF
   QPlainTextEdit* m_text = nullptr;
 };

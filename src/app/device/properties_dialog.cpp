@@ -2,7 +2,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QCoreApplication>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -151,7 +150,7 @@ void PropertiesDialog::testPorts() {
   const std::vector<int> available = ScanPorts(CanOpenPort, [this](int number) {
     m_testing->setText(QString::number(number));
     // The number under test is painted before its port is tried.
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    m_testing->repaint();
   });
   (void)m_dialog.ask(PortTestBox(available));
   m_status.setStatus(StatusPanel::Port, m_link.portStatusText());

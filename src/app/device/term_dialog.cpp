@@ -1,5 +1,7 @@
 #include "app/device/term_dialog.h"
 
+#include "link/transfer_presenter.h"
+
 #include <QApplication>
 #include <QFormLayout>
 #include <QGroupBox>
@@ -44,7 +46,7 @@ QPlainTextEdit* dataBox(QWidget* parent, const char* name) {
 
 Term::Term(StatusDisplay& status, QWidget* parent) : QDialog(parent), m_status(status) {
   setObjectName("Term");
-  setWindowTitle(kDownloadActive);
+  setWindowTitle(toQString(StatusTitle(TransferStatus::Active, TransferDirection::Download)));
   setWindowModality(Qt::ApplicationModal);
 
   m_comment = new QLabel(this);
@@ -183,7 +185,7 @@ void Term::transferStarted(const TransferJob& job) {
   showLongForm(false);
   clearAllSend();
   clearAllRec();
-  setWindowTitle(toQString(job.title));
+  setWindowTitle(toQString(StatusTitle(TransferStatus::Active, job.direction)));
   m_send->setPlainText(toQString(job.sendText));
   m_send2->setPlainText(toQString(job.sendText2));
   m_startSend->setText(toQString(job.startIdentifier));

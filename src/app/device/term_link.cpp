@@ -24,12 +24,13 @@ int TermLink::openLinkPort() {
 
 void TermLink::closeLinkPort() { m_serial.closeLinkPort(); }
 
-TransferOutcome TermLink::runTransfer(const TransferJob& job) {
+void TermLink::startTransfer(const TransferJob& job, std::function<void(TransferOutcome)> done) {
   load();
-  TransferOutcome outcome = m_serial.runTransfer(job);
-  // The window unloads when its transfer ends; the next port operation loads it afresh.
-  m_loaded = false;
-  return outcome;
+  m_serial.startTransfer(job, [this, done = std::move(done)](TransferOutcome outcome) {
+    // The window unloads when its transfer ends; the next port operation loads it afresh.
+    m_loaded = false;
+    done(std::move(outcome));
+  });
 }
 
 std::string TermLink::portStatusText() const { return m_serial.portStatusText(); }

@@ -21,7 +21,7 @@ class TermLink : public LinkPort {
 
   [[nodiscard]] int openLinkPort() override;
   void closeLinkPort() override;
-  [[nodiscard]] TransferOutcome runTransfer(const TransferJob& job) override;
+  void startTransfer(const TransferJob& job, std::function<void(TransferOutcome)> done) override;
   [[nodiscard]] std::string portStatusText() const override;
 
  private:

@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QPushButton>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -37,8 +38,8 @@ void keepPlace(QWidget* widget) {
 
 }  // namespace
 
-VersionDialog::VersionDialog(DeviceIdentity& identity, UserDialog& dialog,
-                             std::function<void()> readVersion, QWidget* parent)
+VersionDialog::VersionDialog(DeviceIdentity& identity, UserDialog& dialog, ReadVersion readVersion,
+                             QWidget* parent)
     : QDialog(parent),
       m_identity(identity),
       m_dialog(dialog),
@@ -105,8 +106,10 @@ VersionDialog::VersionDialog(DeviceIdentity& identity, UserDialog& dialog,
     stopBlinking();
     m_correct->hide();
     m_picture->hide();
-    if (m_readVersion) m_readVersion();
-    refresh();
+    if (!m_readVersion) return refresh();
+    m_readVersion([dialog = QPointer<VersionDialog>(this)] {
+      if (dialog) dialog->refresh();
+    });
   });
   connect(back, &QPushButton::clicked, this, &VersionDialog::reject);
   auto* buttons = new QHBoxLayout;

@@ -24,8 +24,10 @@ class VersionDialog : public QDialog {
 
  public:
   // Shows `identity` (the session's) and clears it when the user agrees to discard it on
-  // closing. `readVersion` is cmdVersion: it runs the query, which fills `identity`.
-  VersionDialog(DeviceIdentity& identity, UserDialog& dialog, std::function<void()> readVersion,
+  // closing. `readVersion` is cmdVersion: it starts the query, which fills `identity`, and calls
+  // its argument once the query has ended.
+  using ReadVersion = std::function<void(std::function<void()> ended)>;
+  VersionDialog(DeviceIdentity& identity, UserDialog& dialog, ReadVersion readVersion,
                 QWidget* parent = nullptr);
 
   // Fills the labels from the identity and starts the blinking for its conflicts.
@@ -43,7 +45,7 @@ class VersionDialog : public QDialog {
 
   DeviceIdentity& m_identity;
   UserDialog& m_dialog;
-  std::function<void()> m_readVersion;
+  ReadVersion m_readVersion;
   QLabel* m_version = nullptr;
   QLabel* m_bus = nullptr;
   QLabel* m_unit = nullptr;

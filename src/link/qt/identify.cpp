@@ -9,11 +9,9 @@ std::string withoutLeadingBlank(const std::string& text) {
 
 }  // namespace
 
-int IdentifyModule(LinkContext& context) {
-  if (const int opened = OpenAndConfirmReady(context); opened != kResultOk) return opened;
-  const std::string left = ReadIdentity(context);
-  if (left == kStatusVersionConflict) return kResultVersionConflict;
-  return TransferResultForTitle(left);
+Task<int> IdentifyModule(LinkContext& context) {
+  if (const int opened = OpenAndConfirmReady(context); opened != kResultOk) co_return opened;
+  co_return ResultOf(co_await ReadIdentity(context));
 }
 
 std::vector<std::pair<std::string, std::string>> IdentityFields(const DeviceIdentity& identity) {

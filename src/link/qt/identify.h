@@ -13,7 +13,7 @@ namespace quillon {
 
 // 0 ok, 1 port not opened, 2 declined, 3 cancelled, 4 time-out, 5 no connection, 6 no response,
 // 7 version conflict. The decoded identity is in context.session.identity.
-[[nodiscard]] int IdentifyModule(LinkContext& context);
+[[nodiscard]] Task<int> IdentifyModule(LinkContext& context);
 
 // What the identification dialog shows, as (caption, value) pairs in its order; the values
 // without the leading blank the labels carry.

@@ -1,15 +1,15 @@
 #include "link/qt/serial_link.h"
 
-#include <QEventLoop>
 #include <QTime>
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "link/qt/serial_port_setup.h"
 #include "link/qt/transfer_observer.h"
-#include "link/reply_timer.h"
 #include "link/traffic_log.h"
 #include "link/transfer_engine.h"
+#include "link/transfer_presenter.h"
 #include "text/code_page.h"
 
 namespace quillon {
@@ -27,6 +27,7 @@ bool hardwareHandshake(int mode) {
 }  // namespace
 
 SerialLink::SerialLink(UserDialog& dialog, QObject* parent) : QObject(parent), m_dialog(dialog) {
+  m_steady.start();
   m_timer.setSingleShot(true);
   m_timer.setTimerType(Qt::PreciseTimer);
   connect(&m_timer, &QTimer::timeout, this, &SerialLink::onTimer);
@@ -48,9 +49,7 @@ void SerialLink::setPort(PortId port) {
   m_portId = std::move(port);
 }
 
-TimeOfDay SerialLink::now() const {
-  return m_clock ? m_clock() : QTime::currentTime().msecsSinceStartOfDay();
-}
+SteadyTime SerialLink::now() const { return m_steady.elapsed(); }
 
 int SerialLink::configurePort() {
   m_settings = kDefaultSettingsString;
@@ -110,37 +109,31 @@ std::string SerialLink::portStatusText() const {
   return PortStatusText(port, m_settings, m_handshaking, m_port.isOpen());
 }
 
-TransferOutcome SerialLink::runTransfer(const TransferJob& job) {
+void SerialLink::startTransfer(const TransferJob& job, std::function<void(TransferOutcome)> done) {
   if (m_engine) {
     // One transfer window at a time; a second one cannot reach the module.
     TransferOutcome refused;
-    refused.title = kStatusNoConnection;
-    return refused;
+    refused.status = TransferStatus::NoConnection;
+    QTimer::singleShot(0, this, [done = std::move(done), refused] { done(refused); });
+    return;
   }
   m_engine = std::make_unique<TransferEngine>(job, m_engineSettings);
+  m_presenter = std::make_unique<TransferPresenter>(job, m_engineSettings.language);
+  m_done = std::move(done);
   m_phase = Phase::Running;
   m_timerFired = false;
   if (m_observer) m_observer->transferStarted(job);
 
   const bool opened = openLinkPort() == 0;
-  m_engine->setPortErrorText(m_portError);
+  m_presenter->setPortErrorText(m_portError);
   m_lastNow = now();
-  m_engine->start(m_lastNow);
+  m_engine->start(m_lastNow,
+                  m_timeOfDay ? m_timeOfDay() : QTime::currentTime().msecsSinceStartOfDay());
   if (!opened) {
     m_dialog.tell(kTerminalTitle, m_portError, BoxIcon::Exclamation);
     m_engine->onLinkLost(m_lastNow);
   }
-
-  QEventLoop loop;
-  m_loop = &loop;
   pump();
-  if (m_phase != Phase::Idle) loop.exec();
-  m_loop = nullptr;
-
-  TransferOutcome outcome = m_engine->outcome();
-  m_engine.reset();
-  if (m_observer) m_observer->transferFinished(outcome);
-  return outcome;
 }
 
 void SerialLink::cancel() {
@@ -197,8 +190,6 @@ void SerialLink::pump() {
         m_engine->onBytes(
             std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())), m_lastNow);
       }
-      // The timer fires at the deadline, or at midnight when the deadline lies past it; either
-      // way the engine looks at the time itself and moves its start across midnight.
       const auto due = m_engine->deadline();
       if (m_timerFired || (due && *due <= m_lastNow)) {
         m_timerFired = false;
@@ -216,8 +207,8 @@ void SerialLink::pump() {
     rearm();
 }
 
-void SerialLink::dispatch(std::vector<TransferEvent> events) {
-  for (const TransferEvent& event : events) {
+void SerialLink::dispatch(const std::vector<EngineEvent>& engineEvents) {
+  for (const TransferEvent& event : m_presenter->present(engineEvents)) {
     if (m_observer) m_observer->transferEvent(event);
     if (event.kind == TransferEvent::Kind::Log && m_log) m_log->logTraffic(event.text, event.text2);
     if (event.kind == TransferEvent::Kind::Box) (void)m_dialog.ask(event.box);
@@ -230,11 +221,7 @@ void SerialLink::rearm() {
     m_timer.stop();
     return;
   }
-  // Never longer than to midnight: the engine's deadlines stop there, but a wrong clock must not
-  // leave a transfer waiting for a day.
-  const TimeOfDay untilMidnight = std::max<TimeOfDay>(kDayLength - m_lastNow, 0);
-  const TimeOfDay wait = std::clamp<TimeOfDay>(*due - m_lastNow, 0, untilMidnight);
-  m_timer.start(static_cast<int>(wait));
+  m_timer.start(static_cast<int>(std::max<SteadyTime>(*due - m_lastNow, 0)));
 }
 
 void SerialLink::finishTransfer() {
@@ -252,7 +239,16 @@ void SerialLink::endTransfer() {
   m_timer.stop();
   closeLinkPort();
   m_phase = Phase::Idle;
-  if (m_loop) m_loop->quit();
+  TransferOutcome outcome = m_engine->outcome();
+  m_engine.reset();
+  m_presenter.reset();
+  if (m_observer) m_observer->transferFinished(outcome);
+  // The caller goes on from the event loop, not from inside this driver: its next step may
+  // start the next transfer, or end the program.
+  if (auto done = std::exchange(m_done, {})) {
+    QTimer::singleShot(0, this,
+                       [done = std::move(done), outcome = std::move(outcome)] { done(outcome); });
+  }
 }
 
 }  // namespace quillon

@@ -1,28 +1,31 @@
 #pragma once
 // The serial port under the transfer engine. One driver feeds the engine what readyRead brings,
 // writes what the engine asks to write, shows its events, and re-arms one single-shot timer from
-// the engine's deadline after every engine call. Nothing blocks and nothing polls: runTransfer
-// runs a local event loop until the engine is finished, as a modal dialog does.
+// the engine's deadline after every engine call. Nothing blocks and nothing polls: startTransfer
+// returns at once, and the outcome goes to its caller from the event loop once the engine has
+// finished and the last bytes have left.
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QSerialPort>
 #include <QTimer>
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "link/engine_events.h"
 #include "link/qt/port_names.h"
 #include "link/qt/port_settings.h"
 #include "link/sign_in.h"
 #include "link/transfer.h"
-
-class QEventLoop;
 
 namespace quillon {
 
 class TrafficLog;
 class TransferEngine;
 class TransferObserver;
+class TransferPresenter;
 
 class SerialLink : public QObject, public LinkPort {
   Q_OBJECT
@@ -46,15 +49,17 @@ class SerialLink : public QObject, public LinkPort {
   void setTrafficLog(TrafficLog* log) { m_log = log; }
   // ConfigurePort writes the port status text into panel 1.
   void setStatusDisplay(StatusDisplay* status) { m_status = status; }
-  // The time of day in ms since midnight; QTime::currentTime() unless a test sets another.
-  void setClock(std::function<TimeOfDay()> clock) { m_clock = std::move(clock); }
+  // The time of day in ms since midnight, read once as a transfer starts to place the reply
+  // time-out's whole seconds and midnights; QTime::currentTime() unless a test sets another.
+  // Everything else is timed on a steady clock, which setting the wall clock does not move.
+  void setTimeOfDay(std::function<TimeOfDay()> timeOfDay) { m_timeOfDay = std::move(timeOfDay); }
 
   // ConfigurePort: the literal settings, the status text, open and close again. 0 ok, 1 failure.
   [[nodiscard]] int configurePort();
   [[nodiscard]] int openLinkPort() override;
   void closeLinkPort() override;
   void clearPortBuffers();
-  [[nodiscard]] TransferOutcome runTransfer(const TransferJob& job) override;
+  void startTransfer(const TransferJob& job, std::function<void(TransferOutcome)> done) override;
   [[nodiscard]] std::string portStatusText() const override;
   [[nodiscard]] bool isOpen() const { return m_port.isOpen(); }
   [[nodiscard]] bool transferRunning() const { return m_engine != nullptr; }
@@ -69,14 +74,14 @@ class SerialLink : public QObject, public LinkPort {
   enum class Phase { Idle, Running, Draining };
 
   void pump();
-  void dispatch(std::vector<TransferEvent> events);
+  void dispatch(const std::vector<EngineEvent>& events);
   void rearm();
   void finishTransfer();
   void endTransfer();
   void onTimer();
   void onError(QSerialPort::SerialPortError error);
   void raiseModemLines();
-  [[nodiscard]] TimeOfDay now() const;
+  [[nodiscard]] SteadyTime now() const;
 
   UserDialog& m_dialog;
   QSerialPort m_port;
@@ -88,13 +93,15 @@ class SerialLink : public QObject, public LinkPort {
   TransferObserver* m_observer = nullptr;
   TrafficLog* m_log = nullptr;
   StatusDisplay* m_status = nullptr;
-  std::function<TimeOfDay()> m_clock;
+  std::function<TimeOfDay()> m_timeOfDay;
+  QElapsedTimer m_steady;
   std::string m_portError;
 
   std::unique_ptr<TransferEngine> m_engine;
-  QEventLoop* m_loop = nullptr;
+  std::unique_ptr<TransferPresenter> m_presenter;
+  std::function<void(TransferOutcome)> m_done;
   Phase m_phase = Phase::Idle;
-  TimeOfDay m_lastNow = 0;  // the `now` of the last engine call: its deadlines are on that axis
+  SteadyTime m_lastNow = 0;  // the `now` of the last engine call
   bool m_pumping = false;
   bool m_pumpAgain = false;
   bool m_linkLost = false;  // the engine has yet to hear that the link is gone

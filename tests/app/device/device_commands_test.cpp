@@ -42,6 +42,13 @@ struct Rig {
             return quillon::app::device::moduleCommandsFactory(options);
           }) {}
 
+  // Runs a command of the window to its end: the command returns at once and goes on from the
+  // event loop.
+  void run(const QString& command) {
+    h.activate(command);
+    QVERIFY(QTest::qWaitFor([this] { return !commands->busy(); }, 60'000));
+  }
+
   [[nodiscard]] QString statePath() const { return state.filePath("module.state"); }
   [[nodiscard]] QString transferStatus() const {
     return h.window->panelText(StatusPanel::Transfer);
@@ -86,7 +93,7 @@ void DeviceCommandsTest::messagesDownloadFromTheButton() {
   rig.h.project().messages.setCell(1, quillon::kMessageTextColumn, "Pumpe 1 gest\xF6rt");
   rig.h.window->projectReplaced();
 
-  rig.h.activate("cmdMeldDown");
+  rig.run("cmdMeldDown");
 
   QCOMPARE(rig.commands->lastResult(), 0);
   QCOMPARE(rig.transferStatus(), QStringLiteral("Download successful"));
@@ -115,14 +122,14 @@ void DeviceCommandsTest::readAllReturnsWhatDownloadAllSent() {
   project.ack = {"*T#", "Vielen?xxxx?"};
   rig.h.window->projectReplaced();
 
-  rig.h.activate("MenuConnDownAll");
+  rig.run("MenuConnDownAll");
   QCOMPARE(rig.commands->lastResult(), 0);
   QCOMPARE(rig.transferStatus(), QStringLiteral("Download successful"));
 
   project.changed = false;
   rig.h.window->fileNew();
   project.ack = {};
-  rig.h.activate("MenuConnUpAll");
+  rig.run("MenuConnUpAll");
 
   QCOMPARE(rig.commands->lastResult(), 0);
   QCOMPARE(rig.h.dialog.texts(), std::vector<std::string>{"Telvane ready ?"});
@@ -161,7 +168,7 @@ void DeviceCommandsTest::cancelEndsTheTransferAtOnce() {
         sincePressed.start();
         QTest::mouseClick(term->findChild<QPushButton*>("cmdAbbruch"), Qt::LeftButton);
       });
-  rig.h.activate("cmdMeldDown");
+  rig.run("cmdMeldDown");
   const qint64 afterPress = sincePressed.elapsed();
 
   QVERIFY(press.ran);
@@ -186,7 +193,7 @@ void DeviceCommandsTest::wrongModuleOpensTheIdentification() {
     dialog->findChild<QPushButton*>("cmdOK")->click();
   });
 
-  rig.h.activate("cmdMeldDown");
+  rig.run("cmdMeldDown");
 
   QVERIFY(version.ran);
   QCOMPARE(unit, QStringLiteral(" Ombra"));
@@ -272,7 +279,7 @@ void DeviceCommandsTest::lastTransferInStatusBar() {
   WhenShown watch([term]() -> QDialog* { return term->isVisible() ? term : nullptr; },
                   [&](QDialog*) { openedShort = !term->longForm(); });
 
-  rig.h.activate(command);
+  rig.run(command);
 
   const QRegularExpression expected("^" + panel.arg(QRegularExpression::escape(device)) + "$");
   const QString shown = rig.h.window->panelText(StatusPanel::LastTransfer);

@@ -9,13 +9,16 @@
 #include <QtTest>
 #include <algorithm>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "await_task.h"
 #include "link/qt/identify.h"
 #include "link/qt/port_test.h"
 #include "link/qt/serial_port_setup.h"
 #include "link/qt/transfer_observer.h"
+#include "link/transfer_presenter.h"
 #include "scripted_dialog.h"
 #include "sim_module.h"
 
@@ -24,6 +27,9 @@ namespace {
 
 using testing::SimModule;
 using Texts = std::vector<std::string>;
+
+using testing::finish;
+using testing::transfer;
 
 const std::string kReady = "Telvane ready ?";
 // A configuration image: 182 separates the fields, 253 ends it; its checksum is FE.
@@ -36,7 +42,9 @@ class Recorder : public StatusDisplay, public TransferObserver {
   void setStatus(StatusPanel panel, const std::string& text) override {
     status.emplace_back(panel, text);
   }
-  void transferStarted(const TransferJob& job) override { jobs.push_back(job.title); }
+  void transferStarted(const TransferJob& job) override {
+    jobs.push_back(StatusTitle(TransferStatus::Active, job.direction));
+  }
   void transferEvent(const TransferEvent& event) override {
     if (event.kind == TransferEvent::Kind::Log) logged.push_back(event.text2 + event.text);
     if (onEvent) onEvent(event);
@@ -63,11 +71,11 @@ struct Rig {
 };
 
 TransferJob download(const std::string& startIdentifier, const std::string& image) {
-  return {kDownloadActive, "Messages", image, {}, startIdentifier, '\0'};
+  return {TransferDirection::Download, "Messages", image, {}, startIdentifier, '\0'};
 }
 
 TransferJob upload(char letter, const std::string& label) {
-  return {kUploadActive, label, {}, {}, {}, letter};
+  return {TransferDirection::Upload, label, {}, {}, {}, letter};
 }
 
 }  // namespace
@@ -117,7 +125,7 @@ void SerialLinkTest::identifies() {
   for (const Row& row : rows) {
     SimModule sim(QStringLiteral("ttySIM-identify-") + QLatin1String(row.name), row.options);
     Rig rig(sim.link());
-    QCOMPARE(IdentifyModule(rig.context), row.conflicts == 0 ? 0 : 7);
+    QCOMPARE(finish(IdentifyModule(rig.context)), row.conflicts == 0 ? 0 : 7);
     std::string shown;
     for (const auto& [caption, value] : IdentityFields(rig.session.identity))
       shown += (shown.empty() ? "" : "|") + value;
@@ -132,12 +140,12 @@ void SerialLinkTest::downloadIsReadBack() {
   SimModule sim(QStringLiteral("ttySIM-roundtrip"));
   Rig rig(sim.link());
   TransferOutcome outcome;
-  QCOMPARE(SignIn(rig.context, download("P0009", kImage), outcome), 0);
-  QCOMPARE(outcome.title, std::string(kDownloadActive));
+  QCOMPARE(finish(SignIn(rig.context, download("P0009", kImage), outcome)), 0);
+  QCOMPARE(outcome.status, TransferStatus::Active);
   // The final confirmation arrived: no "no final confirmation" box.
   QCOMPARE(rig.dialog.texts(), Texts{kReady});
 
-  QCOMPARE(SignIn(rig.context, upload('p', "Configuration"), outcome), 0);
+  QCOMPARE(finish(SignIn(rig.context, upload('p', "Configuration"), outcome)), 0);
   QCOMPARE(outcome.receivedText(), kImage);
   QCOMPARE(rig.seen.jobs, (Texts{"Upload active", "Download active", "Upload active"}));
 }
@@ -146,7 +154,7 @@ void SerialLinkTest::nakStormEndsTheDownload() {
   SimModule sim(QStringLiteral("ttySIM-nakstorm"), {"--nak-every", "1"});
   Rig rig(sim.link());
   TransferOutcome outcome;
-  QCOMPARE(SignIn(rig.context, download("P0009", kImage), outcome), 3);
+  QCOMPARE(finish(SignIn(rig.context, download("P0009", kImage), outcome)), 3);
   QCOMPARE(rig.dialog.texts(), (Texts{kReady, " Aborted after 5 triials "}));
   QCOMPARE(rig.dialog.boxes[1].title, std::string("Terminal"));
   QCOMPARE(rig.dialog.boxes[1].icon, BoxIcon::Critical);
@@ -158,7 +166,7 @@ void SerialLinkTest::refusedRequestIsDenied() {
   SimModule sim(QStringLiteral("ttySIM-refuse"), {"--refuse", "M"});
   Rig rig(sim.link());
   TransferOutcome outcome;
-  QCOMPARE(SignIn(rig.context, upload('m', "Messages"), outcome), 0);
+  QCOMPARE(finish(SignIn(rig.context, upload('m', "Messages"), outcome)), 0);
   QCOMPARE(rig.dialog.texts(), (Texts{kReady, "Option <Messages> ist nicht implementiert"}));
   QCOMPARE(outcome.receivedText(), std::string());
 }
@@ -170,8 +178,8 @@ void SerialLinkTest::silentModuleAcrossMidnightIsNotReady() {
   Rig rig(sim.link(), 1000);
   QElapsedTimer clock;
   clock.start();
-  rig.link.setClock([&clock] { return (86'399'000 + clock.elapsed()) % 86'400'000; });
-  QCOMPARE(IdentifyModule(rig.context), 5);
+  rig.link.setTimeOfDay([] { return 86'399'000; });
+  QCOMPARE(finish(IdentifyModule(rig.context)), 5);
   QVERIFY2(clock.elapsed() >= 1900 && clock.elapsed() < 4000,
            qPrintable(QString::number(clock.elapsed())));
   QCOMPARE(rig.dialog.texts(), (Texts{kReady, "Timeout", "Telvane not ready"}));
@@ -191,10 +199,11 @@ void SerialLinkTest::cancelOrAPulledPlugEndsATransferAtOnce() {
     QElapsedTimer clock;
     clock.start();
     TransferOutcome outcome;
-    QCOMPARE(SignIn(rig.context, download("M07D0", std::string(1999, 'x') + "\xFD"), outcome),
-             pullThePlug ? 6 : 3);
+    QCOMPARE(
+        finish(SignIn(rig.context, download("M07D0", std::string(1999, 'x') + "\xFD"), outcome)),
+        pullThePlug ? 6 : 3);
     QVERIFY2(clock.elapsed() < 5000, qPrintable(QString::number(clock.elapsed())));
-    QCOMPARE(outcome.title, std::string(pullThePlug ? "No response" : "Cancel"));
+    QCOMPARE(outcome.status, pullThePlug ? TransferStatus::NoResponse : TransferStatus::Cancel);
     // The lost link ends the wait as a time-out would: the module gives no response.
     QCOMPARE(rig.dialog.texts(), pullThePlug ? Texts{"Timeout"} : Texts{});
     QVERIFY(!rig.link.isOpen());
@@ -203,7 +212,7 @@ void SerialLinkTest::cancelOrAPulledPlugEndsATransferAtOnce() {
 
 void SerialLinkTest::transferOnAMissingPort() {
   Rig rig(QStringLiteral("/nonexistent/ttySIM-missing"));
-  QCOMPARE(rig.link.runTransfer(upload('v', "Version")).title, std::string("No connection"));
+  QCOMPARE(finish(transfer(rig.link, upload('v', "Version"))).status, TransferStatus::NoConnection);
   // First the port layer's own words, then the window's sign-in failure.
   QVERIFY(!rig.link.portErrorText().empty());
   QCOMPARE(rig.dialog.texts(), (Texts{rig.link.portErrorText(), "Interface not active"}));
