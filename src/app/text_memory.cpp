@@ -5,24 +5,13 @@
 #include "transfer/data_image.h"
 
 namespace quillon::app {
-namespace {
-
-// Measuring must not show the warnings and status texts of a real download.
-class Silent : public UserDialog, public StatusDisplay {
- public:
-  BoxAnswer ask(const Box& box) override { return box.defaultAnswer; }
-  void setStatus(StatusPanel, const std::string&) override {}
-};
-
-}  // namespace
 
 int messagesImageLength(const Project& project, const UiTexts& texts) {
-  Silent silent;
-  // Without a memory limit the image is built whole, however far it overruns the module.
+  // Without a memory limit the image is built whole, however far it overruns the module. Its
+  // notes are those of a real download and are not shown here.
   ModuleLimits unlimited;
   unlimited.textMemory = std::numeric_limits<int>::max();
-  ImageEnv env{silent, silent, texts, unlimited};
-  return static_cast<int>(DoMeldSend(project, env).image.size());
+  return static_cast<int>(DoMeldSend(project, texts, unlimited).image.size());
 }
 
 }  // namespace quillon::app

@@ -80,9 +80,9 @@ int runImage(const CommandContext& context) {
 
   NoStatus status;
   const ModuleLimits limits;
-  ImageEnv env{dialog, status, context.texts, limits};
   // No module is asked, so no phone-number count is reported.
-  const DownloadImage built = buildDownloadImage(options.kind, project, env, 0);
+  const DownloadImage built = buildDownloadImage(options.kind, project, context.texts, limits, 0);
+  showImageNotes(built.notes, dialog, status);
   if (built.refused) return kExitImageRefused;
 
   const std::string bytes =

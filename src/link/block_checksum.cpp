@@ -1,5 +1,7 @@
 #include "link/block_checksum.h"
 
+#include "wire/wire_format.h"
+
 namespace quillon {
 
 std::uint8_t BlockChecksumValue(std::string_view data) {
@@ -9,9 +11,7 @@ std::uint8_t BlockChecksumValue(std::string_view data) {
 }
 
 std::string BlockChecksum(std::string_view data) {
-  constexpr const char* kDigits = "0123456789ABCDEF";
-  const std::uint8_t sum = BlockChecksumValue(data);
-  return {kDigits[sum >> 4], kDigits[sum & 0x0F]};
+  return wire::hexField(BlockChecksumValue(data), 2);
 }
 
 }  // namespace quillon

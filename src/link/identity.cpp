@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "link/hex_field.h"
 #include "link/transfer.h"
+#include "wire/wire_format.h"
 
 namespace quillon {
 
@@ -47,12 +47,12 @@ std::string FirmwareVersionText(unsigned value) {
 int DecodeIdentity(std::string_view reply, DeviceIdentity& identity, ModuleLimits& limits,
                    int& expectedPhoneCount, UserDialog& dialog) {
   const auto field = [reply](std::size_t position, std::size_t width) {
-    return hexPrefixValue(fixedField(reply, position, width));
+    return wire::hexPrefixValue(wire::fixedField(reply, position, width));
   };
   int conflicts = 0;
   // The reply as the module sent it, without the end mark that frames its last block.
   identity.raw = std::string(reply);
-  if (!identity.raw.empty() && identity.raw.back() == kEndOfBlock) identity.raw.pop_back();
+  if (!identity.raw.empty() && identity.raw.back() == wire::kEndMark) identity.raw.pop_back();
 
   identity.version = FirmwareVersionText(field(1, 4));
   identity.bus = lookUp(kBusTypes, field(5, 2));

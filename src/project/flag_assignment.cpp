@@ -2,6 +2,7 @@
 
 #include "project/number_text.h"
 #include "project/validation.h"
+#include "wire/wire_format.h"
 
 namespace quillon {
 
@@ -37,20 +38,15 @@ FlagColour LabelColour(const Project& project, int label) {
   return project.flags.used[index(label + 1)] ? FlagColour::Yellow : FlagColour::White;
 }
 
-FlagEntryParts SplitFlagEntry(std::string_view entry) {
-  const auto semicolon = entry.find(';');
-  if (semicolon == std::string_view::npos) return {std::string(entry), {}};
-  return {std::string(entry.substr(0, semicolon)), std::string(entry.substr(semicolon + 1))};
-}
-
 bool ChooseFlag(FlagPage& page, const Project& project, int label) {
   if (label < 0 || label >= kFlagCount) return false;
   page.currentFlag = label + 1;
   page.selectedLabel = label;
   page.markerCaption = "Marker" + std::to_string(page.currentFlag);
 
-  const FlagEntryParts parts = SplitFlagEntry(project.flags.entries[index(page.currentFlag)]);
-  const std::int64_t message = NumericValue(parts.message);
+  const wire::SemicolonSplit parts =
+      wire::splitFlagAssignment(project.flags.entries[index(page.currentFlag)]);
+  const std::int64_t message = NumericValue(parts.before);
   if (message < 1) {
     page.messageField.clear();
     page.messageLabel.clear();
@@ -58,7 +54,7 @@ bool ChooseFlag(FlagPage& page, const Project& project, int label) {
     page.messageField = std::to_string(message);
     (void)LeaveMessageField(page, project);
   }
-  const std::int64_t phone = NumericValue(parts.phone);
+  const std::int64_t phone = NumericValue(parts.after);
   if (phone < 1) {
     page.phoneField.clear();
     page.phoneLabel.clear();

@@ -50,15 +50,6 @@ struct FlagPage {
   friend bool operator==(const FlagPage&, const FlagPage&) = default;
 };
 
-// An assignment split at its first ";": message text and phone text. Without ";" the whole entry
-// is the message part.
-struct FlagEntryParts {
-  std::string message;
-  std::string phone;
-  friend bool operator==(const FlagEntryParts&, const FlagEntryParts&) = default;
-};
-[[nodiscard]] FlagEntryParts SplitFlagEntry(std::string_view entry);
-
 // A click on label k (0..31): makes flag k+1 current and shows its assignment. Returns false and
 // changes nothing for a label that does not exist.
 bool ChooseFlag(FlagPage& page, const Project& project, int label);

@@ -25,7 +25,6 @@ inline constexpr int kMaxTextLength = 160;
 inline constexpr int kMaxCommentLength = 95;
 inline constexpr int kMaxPhoneLength = 20;
 inline constexpr const char* kNoPin = "____";
-inline constexpr char kPad = '\xB6';  // code 182: pads and separates fields
 
 class Table {
  public:

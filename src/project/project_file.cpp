@@ -8,23 +8,18 @@
 #include "project/number_text.h"
 #include "project/read_file.h"
 #include "project/validation.h"
+#include "wire/wire_format.h"
 
 namespace quillon {
 
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr unsigned char kFirstFlagCharacter = '@';  // 64: no mark column set
-constexpr unsigned char kLastFlagCharacter = 'G';   // 71: all three set
 constexpr char kAckRecord = 'Q';
 constexpr char kOldFlagRecord = 'V';
 constexpr std::size_t kFilterPrefixLength = 3;  // "F" and the two-digit row number
+constexpr std::size_t kPinDigits = 4;
 constexpr std::uint32_t kPinModulus = 0x10000;  // the file keeps four hexadecimal digits
-
-std::string_view stripTrailingPads(std::string_view text) {
-  while (!text.empty() && text.back() == kPad) text.remove_suffix(1);
-  return text;
-}
 
 std::string twoDigits(int row) {
   std::string digits = std::to_string(row);
@@ -32,11 +27,9 @@ std::string twoDigits(int row) {
 }
 
 char messageFlagCharacter(const Table& messages, int row) {
-  int bits = 0;
-  if (!messages.cell(row, kAckColumn).empty()) bits |= 1;
-  if (!messages.cell(row, kCallBackColumn).empty()) bits |= 2;
-  if (!messages.cell(row, kRingColumn).empty()) bits |= 4;
-  return static_cast<char>(kFirstFlagCharacter + bits);
+  return wire::optionLetter({!messages.cell(row, kAckColumn).empty(),
+                             !messages.cell(row, kCallBackColumn).empty(),
+                             !messages.cell(row, kRingColumn).empty()});
 }
 
 bool isDecimalNumber(std::string_view text) {
@@ -46,13 +39,6 @@ bool isDecimalNumber(std::string_view text) {
     if (c < '0' || c > '9') return false;
   }
   return true;
-}
-
-int hexDigitValue(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  return -1;
 }
 
 // One pass over the records with the three counters and the one-warning-per-kind state.
@@ -86,9 +72,8 @@ class RecordReader {
  private:
   void readMessage(std::string_view body) {
     if (body.empty()) body = "@";
-    const auto c = static_cast<unsigned char>(body.front());
     const std::int64_t counter = m_messageCounter++;
-    if (c >= kFirstFlagCharacter && c <= kLastFlagCharacter) {
+    if (const auto options = wire::optionsOfLetter(body.front())) {
       const int lastIndex = m_project.messages.rows() - 1;
       if (counter > lastIndex) {
         if (!m_messagesWarned) {
@@ -99,28 +84,27 @@ class RecordReader {
         return;
       }
       const int row = static_cast<int>(counter) + 1;
-      const int bits = c - kFirstFlagCharacter;
       Table& messages = m_project.messages;
-      if (bits & 4) messages.setCell(row, kRingColumn, "x");
-      if (bits & 1) messages.setCell(row, kAckColumn, "x");
-      if (bits & 2) messages.setCell(row, kCallBackColumn, "x");
-      const SplitFieldResult split = SplitField(body.substr(1));
-      std::string text(split.field);
+      if (options->ring) messages.setCell(row, kRingColumn, "x");
+      if (options->acknowledge) messages.setCell(row, kAckColumn, "x");
+      if (options->callBack) messages.setCell(row, kCallBackColumn, "x");
+      const wire::SemicolonSplit split = wire::splitProjectRecord(body.substr(1));
+      std::string text(split.before);
       DoLenCheck(text, counter, m_texts, m_dialog);
       messages.setCell(row, kMessageTextColumn, std::move(text));
-      messages.setCell(row, kMessageCommentColumn, std::string(split.remainder));
-    } else if (c == kAckRecord) {
-      const SplitFieldResult split = SplitField(body.substr(1));
-      m_project.ack.first = std::string(split.field);
-      m_project.ack.second = std::string(TrimBlanks(split.remainder));
+      messages.setCell(row, kMessageCommentColumn, std::string(split.after));
+    } else if (body.front() == kAckRecord) {
+      const wire::SemicolonSplit split = wire::splitProjectRecord(body.substr(1));
+      m_project.ack.first = std::string(split.before);
+      m_project.ack.second = std::string(TrimBlanks(split.after));
     }
   }
 
   void readPhone(std::string_view body) {
     const std::int64_t counter = m_phoneCounter++;
-    const SplitFieldResult split = SplitField(body);
+    const wire::SemicolonSplit split = wire::splitProjectRecord(body);
     if (counter == 0) {
-      m_project.smsCentre = std::string(stripTrailingPads(split.field));
+      m_project.smsCentre = std::string(wire::withoutTrailingPads(split.before));
       return;
     }
     if (counter > m_project.phones.rows()) {
@@ -131,8 +115,9 @@ class RecordReader {
       return;
     }
     const int row = static_cast<int>(counter);
-    m_project.phones.setCell(row, kPhoneNumberColumn, std::string(stripTrailingPads(split.field)));
-    m_project.phones.setCell(row, kPhoneNameColumn, std::string(split.remainder));
+    m_project.phones.setCell(row, kPhoneNumberColumn,
+                             std::string(wire::withoutTrailingPads(split.before)));
+    m_project.phones.setCell(row, kPhoneNameColumn, std::string(split.after));
   }
 
   void readFilter(std::string_view line) {
@@ -145,29 +130,29 @@ class RecordReader {
       }
       return;
     }
-    const SplitFieldResult split =
-        SplitField(line.substr(std::min(kFilterPrefixLength, line.size())));
-    std::string text(split.field);
+    const wire::SemicolonSplit split =
+        wire::splitProjectRecord(line.substr(std::min(kFilterPrefixLength, line.size())));
+    std::string text(split.before);
     DoLenCheck(text, counter, m_texts, m_dialog);
     const int row = static_cast<int>(counter) + 1;
     m_project.filters.setCell(row, kFilterTextColumn, std::move(text));
-    m_project.filters.setCell(row, kFilterCommentColumn, std::string(split.remainder));
+    m_project.filters.setCell(row, kFilterCommentColumn, std::string(split.after));
   }
 
   void readStation(std::string_view body) {
     // Record version, an unused field, the PIN; the rest is the station name.
-    const SplitFieldResult version = SplitField(body);
-    const SplitFieldResult unused = SplitField(version.remainder);
-    const SplitFieldResult pin = SplitField(unused.remainder);
-    m_project.pin = PinFromFile(pin.field);
-    m_project.station = std::string(pin.remainder);
+    const wire::SemicolonSplit version = wire::splitProjectRecord(body);
+    const wire::SemicolonSplit unused = wire::splitProjectRecord(version.after);
+    const wire::SemicolonSplit pin = wire::splitProjectRecord(unused.after);
+    m_project.pin = PinFromFile(pin.before);
+    m_project.station = std::string(pin.after);
   }
 
   void readFlag(std::string_view body) {
     // "EV" and five hexadecimal pairs: an older form whose values are no longer used.
     if (!body.empty() && body.front() == kOldFlagRecord) return;
-    const SplitFieldResult split = SplitField(body);
-    (void)DataEasyLoad(m_project.flags, NumericValue(split.field), std::string(split.remainder));
+    const wire::SemicolonSplit split = wire::splitProjectRecord(body);
+    (void)DataEasyLoad(m_project.flags, NumericValue(split.before), std::string(split.after));
   }
 
   Project& m_project;
@@ -187,18 +172,7 @@ ProgramVersion BuildVersion() {
   return {QUILLON_VERSION_MAJOR, QUILLON_VERSION_MINOR, QUILLON_VERSION_PATCH};
 }
 
-std::string PadField(std::string_view value) {
-  std::string padded(value.substr(0, kPaddedFieldLength));
-  padded.resize(kPaddedFieldLength, kPad);
-  return padded;
-}
-
-SplitFieldResult SplitField(std::string_view body) {
-  if (body.size() <= 1) return {};
-  const auto semicolon = body.find(';');
-  if (semicolon == std::string_view::npos) return {{}, body};
-  return {TrimBlanks(body.substr(0, semicolon)), body.substr(semicolon + 1)};
-}
+std::string PadField(std::string_view value) { return wire::padded(value, kPaddedFieldLength); }
 
 std::string PinToFile(std::string_view pin) {
   pin = TrimBlanks(pin);
@@ -210,24 +184,18 @@ std::string PinToFile(std::string_view pin) {
   std::uint32_t value = 0;
   for (char c : pin) value = (value * 10 + static_cast<std::uint32_t>(c - '0')) % kPinModulus;
   if (negative) value = (kPinModulus - value) % kPinModulus;
-  static constexpr char kHex[] = "0123456789ABCDEF";
-  std::string hex(4, '0');
-  for (int i = 3; i >= 0; --i) {
-    hex[static_cast<std::size_t>(i)] = kHex[value & 0xF];
-    value >>= 4;
-  }
-  return hex;
+  return wire::hexField(value, kPinDigits);
 }
 
 std::string PinFromFile(std::string_view field) {
   std::uint32_t value = 0;
   for (char c : field) {
-    const int digit = hexDigitValue(c);
+    const int digit = wire::hexDigitValue(c);
     if (digit < 0) break;
     value = (value * 16 + static_cast<std::uint32_t>(digit)) % kPinModulus;
   }
   std::string digits = std::to_string(value);
-  if (digits.size() < 4) digits.insert(0, 4 - digits.size(), '0');
+  if (digits.size() < kPinDigits) digits.insert(0, kPinDigits - digits.size(), '0');
   return digits;
 }
 

@@ -34,15 +34,6 @@ inline constexpr int kPaddedFieldLength = 20;
 // `value` padded with code 182 to 20 characters, or cut to its first 20.
 [[nodiscard]] std::string PadField(std::string_view value);
 
-// A record body split at its first ";": the field before it (blanks trimmed) and everything
-// after it (untouched). A body of one character gives two empty parts; a body without ";" gives
-// an empty field and leaves the whole body as the remainder.
-struct SplitFieldResult {
-  std::string_view field;
-  std::string_view remainder;
-};
-[[nodiscard]] SplitFieldResult SplitField(std::string_view body);
-
 // The PIN as the file holds it: a decimal PIN as four upper-case hexadecimal digits (its last
 // four), anything that is not a number as "0000".
 [[nodiscard]] std::string PinToFile(std::string_view pin);

@@ -1,6 +1,7 @@
 #include "project/validation.h"
 
 #include <string_view>
+#include <utility>
 
 #include "project/number_text.h"
 
@@ -12,35 +13,43 @@ constexpr char kLineBreak = '\n';
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
+Box warning(std::string text) {
+  return Box{kMainTitle, std::move(text), BoxIcon::Exclamation, BoxButtons::Ok, BoxAnswer::Ok};
+}
+
 }  // namespace
 
-std::string CheckPhoneNumber(std::string& number, UserDialog& dialog) {
+PhoneNumberCheck CheckPhoneNumber(std::string& number) {
   number = std::string(TrimBlanks(number));
   if (number.size() < 3) return {};
 
+  PhoneNumberCheck check;
   std::string_view rest = number;
   if (rest.front() != '+' && !isDigit(rest.front())) {
-    dialog.tell(
-        kMainTitle,
-        std::string("1. Zeichen der Telefonnummer nur Ziffer oder '+'.") + kLineBreak + number,
-        BoxIcon::Exclamation);
+    check.warnings.push_back(warning(
+        std::string("1. Zeichen der Telefonnummer nur Ziffer oder '+'.") + kLineBreak + number));
     rest.remove_prefix(1);
   }
   // Whatever comes first now is kept without a look: only the characters after it are filtered.
-  std::string cleaned(rest.substr(0, 1));
+  check.cleaned = rest.substr(0, 1);
   bool warned = false;
   for (std::size_t i = 1; i < rest.size(); ++i) {
     if (isDigit(rest[i])) {
-      cleaned += rest[i];
+      check.cleaned += rest[i];
     } else if (!warned) {
       warned = true;
-      dialog.tell(kMainTitle,
-                  std::string("Telefonnummer enth\xE4lt ung\xFCltiges Zeichen.") + kLineBreak +
-                      number + " wird gefiltert! ",
-                  BoxIcon::Exclamation);
+      check.warnings.push_back(
+          warning(std::string("Telefonnummer enth\xE4lt ung\xFCltiges Zeichen.") + kLineBreak +
+                  number + " wird gefiltert! "));
     }
   }
-  return cleaned;
+  return check;
+}
+
+std::string CheckPhoneNumber(std::string& number, UserDialog& dialog) {
+  PhoneNumberCheck check = CheckPhoneNumber(number);
+  for (const Box& box : check.warnings) (void)dialog.ask(box);
+  return std::move(check.cleaned);
 }
 
 void DoLenCheck(const std::string& text, std::int64_t number, const UiTexts& texts,

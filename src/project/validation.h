@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "project/project.h"
 #include "project/user_dialog.h"
@@ -25,6 +26,13 @@ inline constexpr int kKeyEnter = 13;
 // character on only digits are kept (one warning per number). The two warnings are German in
 // every interface language.
 [[nodiscard]] std::string CheckPhoneNumber(std::string& number, UserDialog& dialog);
+
+// The same check, handing its warnings back instead of showing them.
+struct PhoneNumberCheck {
+  std::string cleaned;
+  std::vector<Box> warnings;
+};
+[[nodiscard]] PhoneNumberCheck CheckPhoneNumber(std::string& number);
 
 // Warns about a text of one character (only when `number` > 0) or of more than 160 characters.
 // The text itself is never changed.

@@ -5,6 +5,7 @@
 
 #include "project/atomic_file.h"
 #include "text/code_page.h"
+#include "wire/wire_format.h"
 
 namespace quillon {
 namespace {
@@ -12,26 +13,19 @@ namespace {
 constexpr char kLineTag = 'U';
 constexpr char kSeparator = ';';
 
-std::string_view takeCell(std::string_view& rest) {
-  std::size_t end = rest.find(kSeparator);
-  std::string_view cell = rest.substr(0, end);
-  rest = end == std::string_view::npos ? std::string_view{} : rest.substr(end + 1);
-  return cell;
-}
-
 void appendRows(std::string_view cells, UmlautRows& rows) {
   // With a separator behind the last cell every complete row is "x;y;": at least 4 characters.
   std::string text(cells);
   text += kSeparator;
   std::string_view rest = text;
   while (rest.size() >= 4) {
-    std::string left(takeCell(rest));
+    std::string left(wire::takeUmlautCell(rest));
     std::string right;
     if (rest.starts_with(";;")) {
       right = ";";
       rest.remove_prefix(2);
     } else {
-      right = takeCell(rest);
+      right = wire::takeUmlautCell(rest);
     }
     rows.emplace_back(std::move(left), std::move(right));
   }

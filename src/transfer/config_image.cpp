@@ -2,16 +2,15 @@
 
 #include "project/number_text.h"
 #include "transfer/data_image.h"
-#include "transfer/field_text.h"
 
 namespace quillon {
 
 std::string configurationImage(const std::string& pin) {
   std::string image = kConfigurationLeadingField;
-  image += kPad;
+  image += wire::kPad;
   image += pin;
-  image += kPad;
-  image += kEndOfImage;
+  image += wire::kPad;
+  image += wire::kEndMark;
   return image;
 }
 

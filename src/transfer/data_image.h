@@ -1,23 +1,25 @@
 #pragma once
 // The data images: each kind of project data travels to the module as one 8-bit string with a
 // fixed layout. This header builds them from the project and says how a download hands one to
-// the transfer window; image_parse.h takes received images apart again.
+// the transfer window; image_parse.h takes received images apart again. The builders show
+// nothing: their warnings and panel texts come back with the image (image_notes.h).
 
 #include <cstddef>
+#include <optional>
 #include <string>
 
 #include "link/transfer.h"
 #include "project/project.h"
 #include "project/user_dialog.h"
 #include "text/ui_texts.h"
+#include "transfer/image_notes.h"
+#include "wire/wire_format.h"
 
 namespace quillon {
 
-inline constexpr char kEndOfImage = '\xFD';  // 253: the last character of every image
 inline constexpr char kAckRequestSeparator = ' ';
 inline constexpr const char* kMessagesHeader = "A;";
 inline constexpr char kAckRequestRecord = 'Q';
-inline constexpr char kOptionBase = '@';  // option letter = '@' + ack (1) + call back (2)
 inline constexpr const char* kConfigurationLeadingField = "00";
 inline constexpr std::size_t kPhoneFieldWidth = 21;
 inline constexpr std::size_t kClosingFieldWidth = 20;
@@ -43,8 +45,8 @@ inline constexpr const char* kLabelPhoneNumbers = "Phone numbers";
 inline constexpr const char* kLabelControllerData = "Millenium";
 inline constexpr const char* kLabelLogger = "Reading Logger";
 
-// What building or parsing an image may show: boxes, status-bar texts, the language's texts
-// and the module's limits.
+// What parsing an image may show: boxes, status-bar texts, the language's texts and the module's
+// limits.
 struct ImageEnv {
   UserDialog& dialog;
   StatusDisplay& status;
@@ -55,22 +57,31 @@ struct ImageEnv {
 struct MessagesImage {
   std::string image;
   int failed = 0;  // 1: the text memory refused the image, which is then empty
+  ImageNotes notes;
 };
 
 // The messages image: header, one record per message row, the acknowledgement-request record,
 // one record per filter row, end mark. Warns about one-character texts; refuses an image that
 // does not fit the module's text memory (see the three outcomes in the implementation).
-[[nodiscard]] MessagesImage DoMeldSend(const Project& project, ImageEnv& env);
+[[nodiscard]] MessagesImage DoMeldSend(const Project& project, const UiTexts& texts,
+                                       const ModuleLimits& limits);
 
-// True (and an error box) when `image` is longer than the module's text memory. An image that
-// is only the end mark always fits.
-[[nodiscard]] bool CheckTextMemory(const std::string& image, ImageEnv& env);
+// The error box when `image` is longer than the module's text memory, nothing when it fits. An
+// image that is only the end mark always fits.
+[[nodiscard]] std::optional<Box> CheckTextMemory(const std::string& image, const UiTexts& texts,
+                                                 const ModuleLimits& limits);
+
+struct PhoneImage {
+  std::string image;
+  ImageNotes notes;
+};
 
 // The phone-number image: SMS-centre field, one 21-character field per phone row, the closing
 // field and the end mark. Normalises every number and writes it back into the project (the
 // SMS-centre number, the table cells and the closing field variable `phoneSuffix`), so the
 // user sees what was sent. `reportedPhoneCount` is the count the module's identity reported.
-[[nodiscard]] std::string DoTelSend(Project& project, ImageEnv& env, int reportedPhoneCount);
+[[nodiscard]] PhoneImage DoTelSend(Project& project, const UiTexts& texts,
+                                   const ModuleLimits& limits, int reportedPhoneCount);
 
 // The configuration image: "00", 182, the PIN box text as it stands, 182, 253.
 [[nodiscard]] std::string configurationImage(const std::string& pin);
@@ -89,7 +100,11 @@ struct MessagesImage {
 struct DownloadImage {
   std::string image;
   bool refused = false;
+  ImageNotes notes;
 };
+[[nodiscard]] DownloadImage buildDownloadImage(char kind, Project& project, const UiTexts& texts,
+                                               const ModuleLimits& limits, int reportedPhoneCount);
+// The same, with its notes shown on `env` at once.
 [[nodiscard]] DownloadImage buildDownloadImage(char kind, Project& project, ImageEnv& env,
                                                int reportedPhoneCount);
 

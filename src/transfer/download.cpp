@@ -4,7 +4,6 @@
 #include <string>
 
 #include "text/ui_text_slots.h"
-#include "transfer/field_text.h"
 
 namespace quillon {
 
@@ -29,7 +28,9 @@ Task<> buildAndSend(TransferContext& context, char kind, const char* label,
                     std::string statusAfterBuild, int& result) {
   ImageEnv env = context.imageEnv();
   const int reported = static_cast<int>(NumericValue(context.link.session.identity.phoneCount));
-  const DownloadImage built = buildDownloadImage(kind, context.project, env, reported);
+  const DownloadImage built =
+      buildDownloadImage(kind, context.project, env.texts, env.limits, reported);
+  showImageNotes(built.notes, env.dialog, env.status);
   if (built.refused) co_return;
   if (!statusAfterBuild.empty()) context.setTransferStatus(statusAfterBuild);
   TransferOutcome outcome;

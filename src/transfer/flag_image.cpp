@@ -3,7 +3,6 @@
 
 #include "project/number_text.h"
 #include "transfer/data_image.h"
-#include "transfer/field_text.h"
 
 namespace quillon {
 
@@ -14,49 +13,32 @@ inline constexpr const char* kNoReceptionFlag = "00";
 inline constexpr std::int64_t kUnusedValue = -1;
 inline constexpr std::int64_t kReceptionValue = -2;
 
-struct EntryParts {
-  std::string first;
-  std::string rest;
-};
-
-std::string_view trimmed(std::string_view text) {
-  const auto begin = text.find_first_not_of(' ');
-  if (begin == std::string_view::npos) return {};
-  const auto end = text.find_last_not_of(' ');
-  return text.substr(begin, end - begin + 1);
-}
-
-// Splits a flag entry at its first ";" the way the project file splits its records.
-EntryParts splitEntry(std::string_view entry) {
-  if (entry.size() <= 1) return {};
-  const auto pos = entry.find(';');
-  if (pos == std::string_view::npos) return {{}, std::string(entry)};
-  return {std::string(trimmed(entry.substr(0, pos))), std::string(entry.substr(pos + 1))};
-}
-
 }  // namespace
 
 std::string controllerDataImage(const FlagTable& flags) {
   std::string records;
   std::string reception = kNoReceptionFlag;
   for (int i = 1; i <= kFlagCount; ++i) {
-    const EntryParts parts = splitEntry(flags.entries[static_cast<std::size_t>(i)]);
-    const std::int64_t message = NumericValue(parts.first);
+    // The image reads an entry the way the project file reads its records, not as the flag
+    // page shows it: an entry without ";" has no message number.
+    const wire::SemicolonSplit parts =
+        wire::splitProjectRecord(flags.entries[static_cast<std::size_t>(i)]);
+    const std::int64_t message = NumericValue(parts.before);
     if (message <= kUnusedValue) {
       // Several reception entries: the last one wins.
-      if (message == kReceptionValue) reception = field::hexField(i, 2);
+      if (message == kReceptionValue) reception = wire::hexField(i, 2);
       continue;
     }
-    records += field::hexField(i, 2);
-    records += field::hexField(message, 4);
-    records += field::hexField(NumericValue(parts.rest), 2);
+    records += wire::hexField(i, 2);
+    records += wire::hexField(message, 4);
+    records += wire::hexField(NumericValue(parts.after), 2);
     records += kRecordTail;
   }
   std::string image = records;
-  image += kPad;
+  image += wire::kPad;
   image += reception;
-  image += kPad;
-  image += kEndOfImage;
+  image += wire::kPad;
+  image += wire::kEndMark;
   return image;
 }
 

@@ -1,9 +1,7 @@
 #include <string>
 #include <string_view>
 
-#include "link/hex_field.h"
 #include "project/number_text.h"
-#include "transfer/field_text.h"
 #include "transfer/image_parse.h"
 
 namespace quillon {
@@ -15,7 +13,7 @@ inline constexpr std::size_t kReceptionWidth = 2;
 inline constexpr std::int64_t kLastEntry = kFlagEntries - 1;
 
 std::int64_t hexAt(std::string_view records, std::size_t pos, std::size_t width) {
-  return hexPrefixValue(records.substr(pos, width));
+  return wire::hexPrefixValue(records.substr(pos, width));
 }
 
 void warn(ImageEnv& env, const std::string& german, const std::string& english) {
@@ -26,7 +24,7 @@ void warn(ImageEnv& env, const std::string& german, const std::string& english) 
 
 void parseControllerData(const std::string& text, FlagTable& flags, ImageEnv& env) {
   const std::string_view all = text;
-  const auto separator = all.find(kPad);
+  const auto separator = all.find(wire::kPad);
   const std::string_view records =
       separator == std::string_view::npos ? std::string_view{} : all.substr(0, separator + 1);
   const std::string_view rest =
@@ -58,7 +56,7 @@ void parseControllerData(const std::string& text, FlagTable& flags, ImageEnv& en
     warn(env, "Das Empfangsflag-Feld der Merkertabelle ist fehlerhaft.",
          "The reception flag field of the flag table is malformed.");
   }
-  const std::int64_t receptionFlag = hexPrefixValue(reception);
+  const std::int64_t receptionFlag = wire::hexPrefixValue(reception);
   if (receptionFlag <= kFlagCount) {
     flags.entries[static_cast<std::size_t>(receptionFlag)] = kReceptionFlag;
   }

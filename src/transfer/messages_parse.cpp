@@ -9,9 +9,6 @@ namespace quillon {
 
 namespace {
 
-inline constexpr unsigned char kFirstOption = 64;  // "@"
-inline constexpr unsigned char kLastOption = 71;   // "G": acknowledgement, call back and ring
-inline constexpr int kRingBit = 4;
 inline constexpr const char* kMark = "x";
 
 // Reads records out of the five receive texts, appending the next text only when the current
@@ -31,8 +28,8 @@ class RecordReader {
 
   // The next record without its separator; nullopt when no separator is left.
   [[nodiscard]] std::optional<std::string> take() {
-    auto sep = m_text.find(kPad, m_pos);
-    while (sep == std::string::npos && appendNext()) sep = m_text.find(kPad, m_pos);
+    auto sep = m_text.find(wire::kPad, m_pos);
+    while (sep == std::string::npos && appendNext()) sep = m_text.find(wire::kPad, m_pos);
     if (sep == std::string::npos) return std::nullopt;
     std::string record = m_text.substr(m_pos, sep - m_pos);
     m_pos = sep + 1;
@@ -62,15 +59,10 @@ void fillMessageRow(Table& messages, int row, const std::string& record) {
     messages.setCell(row, kMessageTextColumn, {});
     return;
   }
-  const auto code = static_cast<unsigned char>(record.front());
-  if (code >= kFirstOption && code <= kLastOption) {
-    int value = code - kFirstOption;
-    if (value > 3) {
-      messages.setCell(row, kRingColumn, kMark);
-      value -= kRingBit;
-    }
-    if (value == 1 || value == 3) messages.setCell(row, kAckColumn, kMark);
-    if (value == 2 || value == 3) messages.setCell(row, kCallBackColumn, kMark);
+  if (const auto options = wire::optionsOfLetter(record.front())) {
+    if (options->ring) messages.setCell(row, kRingColumn, kMark);
+    if (options->acknowledge) messages.setCell(row, kAckColumn, kMark);
+    if (options->callBack) messages.setCell(row, kCallBackColumn, kMark);
   }
   messages.setCell(row, kMessageTextColumn, toPc(record.substr(1)));
 }
@@ -149,8 +141,8 @@ class MessagesParser {
 
   bool atEndMark() {
     const auto next = m_reader.peek();
-    if (next == kEndOfImage) m_result.endMarkSeen = true;
-    return next == kEndOfImage;
+    if (next == wire::kEndMark) m_result.endMarkSeen = true;
+    return next == wire::kEndMark;
   }
 
   void fail() {

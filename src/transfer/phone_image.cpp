@@ -3,7 +3,6 @@
 #include "project/validation.h"
 #include "text/ui_text_slots.h"
 #include "transfer/data_image.h"
-#include "transfer/field_text.h"
 
 namespace quillon {
 
@@ -11,43 +10,48 @@ namespace {
 
 inline constexpr std::size_t kShortestSmsCentre = 4;
 
-std::string phoneField(const std::string& number) {
-  return field::fixedWidth(number, kPhoneFieldWidth, kPad);
-}
+std::string phoneField(const std::string& number) { return wire::padded(number, kPhoneFieldWidth); }
 
 }  // namespace
 
-std::string DoTelSend(Project& project, ImageEnv& env, int reportedPhoneCount) {
-  const UiTexts& texts = env.texts;
-  if (reportedPhoneCount > env.limits.phoneLimit) {
-    env.dialog.tell(texts[slot::kDownloadPhonesTitle],
-                    texts[slot::kWrongNumberOf] + texts[slot::kPhoneNumbers], BoxIcon::Exclamation);
+PhoneImage DoTelSend(Project& project, const UiTexts& texts, const ModuleLimits& limits,
+                     int reportedPhoneCount) {
+  ImageNotes notes;
+  if (reportedPhoneCount > limits.phoneLimit) {
+    notes.emplace_back(Box{texts[slot::kDownloadPhonesTitle],
+                           texts[slot::kWrongNumberOf] + texts[slot::kPhoneNumbers],
+                           BoxIcon::Exclamation});
   }
-  env.status.setStatus(StatusPanel::Transfer, texts[slot::kPackingPhones]);
+  notes.emplace_back(PanelText{texts[slot::kPackingPhones]});
+  const auto checked = [&notes](std::string& number) {
+    PhoneNumberCheck check = CheckPhoneNumber(number);
+    notes.insert(notes.end(), check.warnings.begin(), check.warnings.end());
+    return std::move(check.cleaned);
+  };
 
-  project.smsCentre = CheckPhoneNumber(project.smsCentre, env.dialog);
+  project.smsCentre = checked(project.smsCentre);
   if (project.smsCentre.size() < kShortestSmsCentre) {
     // A short number is still sent: the user may know better.
-    env.dialog.tell(kMainTitle, texts[slot::kPleaseCheck] + texts[slot::kSmscPhoneNumber],
-                    BoxIcon::Exclamation);
+    notes.emplace_back(Box{kMainTitle, texts[slot::kPleaseCheck] + texts[slot::kSmscPhoneNumber],
+                           BoxIcon::Exclamation});
   }
 
   std::string image = phoneField(project.smsCentre);
   for (int row = 1; row <= project.phones.rows(); ++row) {
     std::string number = project.phones.cell(row, kPhoneNumberColumn);
-    number = CheckPhoneNumber(number, env.dialog);
+    number = checked(number);
     image += phoneField(number);
     project.phones.setCell(row, kPhoneNumberColumn, std::move(number));
   }
 
   // Nothing sets the closing field, yet it is built from its variable like the others, and the
   // variable keeps the filled value.
-  project.phoneSuffix = field::fixedWidth(project.phoneSuffix, kClosingFieldWidth, kPad);
+  project.phoneSuffix = wire::padded(project.phoneSuffix, kClosingFieldWidth);
   image += project.phoneSuffix;
-  image += kEndOfImage;
+  image += wire::kEndMark;
 
-  env.status.setStatus(StatusPanel::Transfer, texts[slot::kReady]);
-  return image;
+  notes.emplace_back(PanelText{texts[slot::kReady]});
+  return {std::move(image), std::move(notes)};
 }
 
 }  // namespace quillon

@@ -3,7 +3,6 @@
 
 #include "project/number_text.h"
 #include "text/ui_text_slots.h"
-#include "transfer/field_text.h"
 #include "transfer/image_parse.h"
 
 namespace quillon {
@@ -41,9 +40,8 @@ void parsePhoneNumbers(const std::string& text, Project& project, ImageEnv& env)
 
   const std::string_view centre = takeField(rest);
   if (!centre.empty()) {
-    field::Prefix number = field::beforeFirst(centre, kPad);
-    if (number.found) {
-      project.smsCentre = std::move(number.text);
+    if (const auto number = wire::beforePad(centre)) {
+      project.smsCentre = std::string(*number);
     } else {
       errorBox.raise();
     }
@@ -53,9 +51,8 @@ void parsePhoneNumbers(const std::string& text, Project& project, ImageEnv& env)
   for (int row = 1; row <= project.phones.rows(); ++row) {
     const std::string_view phone = takeField(rest);
     if (phone.empty()) continue;
-    field::Prefix number = field::beforeFirst(phone, kPad);
-    if (number.found) {
-      project.phones.setCell(row, kPhoneNumberColumn, std::move(number.text));
+    if (const auto number = wire::beforePad(phone)) {
+      project.phones.setCell(row, kPhoneNumberColumn, std::string(*number));
     } else {
       errorBox.raise();
     }
