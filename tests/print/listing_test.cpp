@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <string>
 
 #include "print/pages.h"
@@ -41,8 +41,10 @@ TEST(PrintListing, SmallProjectIsListedSectionBySection) {
   // The listing as it must be, written by hand: data/small_project.txt, then the rule and the
   // footer.
   std::ifstream golden(QUILLON_PRINT_DATA_DIR "/small_project.txt", std::ios::binary);
-  const std::string expected =
-      std::string(std::istreambuf_iterator<char>(golden), {}) + kRule + footer();
+  ASSERT_TRUE(golden);
+  std::ostringstream listed;
+  listed << golden.rdbuf();
+  const std::string expected = listed.str() + kRule + footer();
   EXPECT_EQ(printListing(p, {"PUMPS.EAY", "12.03.2025", "nach\r\nWartung"}), expected);
 }
 
