@@ -54,7 +54,7 @@ const QByteArray kSavedStart = "MCHallo;Halle 1\r\nM@;\r\n";
 
 void FileCommandsTest::saveAsReplaceQuestion() {
   // Yes replaces, No chooses again, Cancel still saves over the file.
-  for (const auto [answer, savedOverOld] :
+  for (const auto& [answer, savedOverOld] :
        {std::pair{BoxAnswer::Yes, true}, {BoxAnswer::No, false}, {BoxAnswer::Cancel, true}}) {
     Harness h;
     const QString old = h.path("old.EAY");

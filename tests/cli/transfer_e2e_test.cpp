@@ -45,9 +45,9 @@ struct Rig : StatusDisplay, TransferObserver {
   }
   void transferStarted(const TransferJob& job) override { labels.push_back(job.contentLabel); }
   void transferEvent(const TransferEvent&) override {}
-  int run(Task<> (*run)(TransferContext&, int&), Project& project) {
+  int run(Task<> (*steps)(TransferContext&, int&), Project& project) {
     TransferContext context{linkContext, texts, project, {}};
-    return finish(procedure(run, context));
+    return finish(procedure(steps, context));
   }
 
   ScriptedDialog dialog;
