@@ -13,6 +13,7 @@
 #include "link/transfer.h"
 #include "project/project.h"
 #include "transfer/image_parse.h"
+#include "wire/wire_format.h"
 
 namespace {
 
@@ -70,7 +71,7 @@ void checkMessages(quillon::fuzz::Input& input, Project& project, quillon::Image
   Project before = project;
   const quillon::MessagesParse parse = quillon::parseMessages(received, project, env);
   require(dialog.boxes.size() == (parse.malformed ? 1U : 0U));
-  if (parse.endMarkSeen) require(all.find(quillon::kEndOfImage) != std::string::npos);
+  if (parse.endMarkSeen) require(all.find(quillon::wire::kEndMark) != std::string::npos);
   for (int row = 1; row <= project.messages.rows(); ++row) {
     for (int column : {quillon::kAckColumn, quillon::kCallBackColumn, quillon::kRingColumn}) {
       const std::string& mark = project.messages.cell(row, column);
@@ -79,7 +80,7 @@ void checkMessages(quillon::fuzz::Input& input, Project& project, quillon::Image
   }
   // Records end at the pad character, so no cell holds one.
   for (int row = 1; row <= project.filters.rows(); ++row)
-    require(project.filters.cell(row, quillon::kFilterTextColumn).find(quillon::kPad) ==
+    require(project.filters.cell(row, quillon::kFilterTextColumn).find(quillon::wire::kPad) ==
             std::string::npos);
   // Only the messages, the filters and the acknowledgement request come from this image.
   before.messages = project.messages;
@@ -95,10 +96,10 @@ void checkPhoneNumbers(std::string_view image, Project& project, quillon::ImageE
   require(dialog.boxes.size() <= 1);
   // A number is what stands before the pad of its 21-character field.
   require(project.smsCentre == kKept || project.smsCentre.size() < 21);
-  require(project.smsCentre.find(quillon::kPad) == std::string::npos);
+  require(project.smsCentre.find(quillon::wire::kPad) == std::string::npos);
   for (int row = 1; row <= project.phones.rows(); ++row) {
     const std::string& number = project.phones.cell(row, quillon::kPhoneNumberColumn);
-    require(number.size() < 21 && number.find(quillon::kPad) == std::string::npos);
+    require(number.size() < 21 && number.find(quillon::wire::kPad) == std::string::npos);
   }
   before.smsCentre = project.smsCentre;
   before.phones = project.phones;
